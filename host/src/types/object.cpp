@@ -1,0 +1,7 @@
+#include "types/object.h"
+
+namespace host {
+
+Object::~Object() = default;
+
+} // namespace host
