@@ -1,0 +1,108 @@
+#pragma once
+
+#include "graph/node.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace host {
+
+class Session;
+
+/// All nodes of a scene, their names, connections and DAG order. Raw operations: they take effect at once
+/// and are not recorded; undo/edits.h wraps them. Everything throws host::Error and then has changed nothing.
+class Graph {
+public:
+    explicit Graph(Session& session);
+    ~Graph();
+
+    Session& session() const { return owner; }
+    NodeTypeRegistry& types() { return registry; }
+
+    // --- nodes
+    /// A new node in the scene. An empty name gives the type's default name with a number; a taken name gets
+    /// a number ("body1"). DAG nodes go under `parent` (null = world). A known shape type with a null parent
+    /// gets a transform of its own first, as createNode does; the shape is returned.
+    Node& create(const NodeType& type, const std::string& name = {}, DagNode* parent = nullptr);
+    /// Takes a node out of the scene: its connections are cut and its DAG subtree goes with it. Returns what
+    /// is needed to bring it all back (see Removal).
+    struct Connection {
+        Plug source, destination;
+    };
+    struct Removal {
+        struct Entry {
+            Ref<Node> node;
+            Ref<DagNode> parent;      ///< null = world or no DAG node
+            std::size_t position = 0; ///< among the parent's children
+        };
+        std::vector<Entry> nodes; ///< in the order in which they were removed
+        std::vector<Connection> connections;
+    };
+    Removal remove(Node& node);
+    void restore(const Removal& removal);
+    void rename(Node& node, const std::string& name); ///< the final name may carry a number
+    void setUuid(Node& node, const std::string& uuid);
+    const std::vector<Ref<Node>>& nodes() const { return all; } ///< in creation order
+    void clear();                                              ///< empties the scene (file -new), defaults stay out
+
+    // --- namespaces, as prefixes of names ("a:b:node"); nodes may be made in one that does not exist yet
+    std::vector<std::string> namespaces() const;
+
+    // --- look-up
+    /// By unique name, partial or full DAG path, uuid; null when missing; throws when ambiguous.
+    Node* find(const std::string& nameOrPath) const;
+    Node& get(const std::string& nameOrPath) const; ///< throws `No object matches name: x`
+    /// All matches of a pattern with * and ?, in creation order; plain names match in the root namespace
+    /// (or in any when `anyNamespace`). DAG paths with wild cards are matched part by part.
+    std::vector<Node*> match(const std::string& pattern, bool anyNamespace = false) const;
+    /// "node.attr[2].child"; throws naming what is missing.
+    Plug plug(const std::string& text) const;
+
+    // --- connections (one source per destination)
+    void connect(const Plug& source, const Plug& destination, bool force = false);
+    void disconnect(const Plug& source, const Plug& destination);
+    /// The lowest logical index of an array from which on nothing exists (connectAttr -nextAvailable).
+    std::uint32_t nextAvailable(const Plug& array) const;
+    /// Connections into / out of the node, in the order they were made.
+    std::vector<Connection> inputs(const Node& node) const;
+    std::vector<Connection> outputs(const Node& node) const;
+    std::vector<Connection> connections() const; ///< all, in the order they were made
+    Plug source(const Plug& destination) const;
+    std::vector<Plug> destinations(const Plug& source) const;
+    bool isFed(const Plug& plug) const;
+
+    // --- DAG
+    const std::vector<Ref<DagNode>>& roots() const { return worldChildren; }
+    void reparent(DagNode& node, DagNode* parent, std::size_t position = static_cast<std::size_t>(-1));
+
+    // --- dynamic attributes
+    void addAttribute(Node& node, Ref<Attribute> root);
+    void removeAttribute(Node& node, const Attribute& root);
+    /// An attribute that only a file named: kept as text, connectable. `path` is the text after the dot.
+    Plug keepAttribute(Node& node, const std::string& path);
+
+    // --- change
+    /// Marks all outputs that depend on the plug dirty, here and along connections and the DAG.
+    void dirty(const Plug& plug);
+    /// Counts every change of the scene; caches compare it.
+    std::uint64_t changeCount() const { return changes; }
+    void touchChange() { ++changes; }
+    bool modified = false; ///< unsaved changes
+
+    /// Called after a node has left (deleted) or come back into the scene; for selection, tools, sets.
+    std::vector<std::function<void(Node&, bool added)>> observers;
+
+private:
+    struct Links;
+    Session& owner;
+    NodeTypeRegistry registry;
+    std::vector<Ref<Node>> all;
+    std::vector<Ref<DagNode>> worldChildren;
+    std::unique_ptr<Links> links;
+    std::uint64_t changes = 0;
+};
+
+} // namespace host

@@ -1,0 +1,113 @@
+#include "session.h"
+
+#include "graph/graph.h"
+#include "mel/command.h"
+#include "mel/commands/register.h"
+#include "mel/interpreter.h"
+#include "messages.h"
+#include "plugins/pluginRegistry.h"
+#include "scene/defaultScene.h"
+#include "selection/selectionState.h"
+#include "tools/sceneCallbacks.h"
+#include "tools/tools.h"
+#include "trace.h"
+#include "types/error.h"
+#include "undo/edits.h"
+#include "undo/undoQueue.h"
+#include "view/drawRecord.h"
+#include "view/viewport.h"
+
+namespace host {
+
+namespace {
+
+Session* active = nullptr;
+
+void registerCommands(mel::CommandRegistry& registry)
+{
+    registerNodeCommands(registry);
+    registerInspectCommands(registry);
+    registerGeometryCommands(registry);
+    registerDeformerCommands(registry);
+    registerSelectionCommands(registry);
+    registerViewCommands(registry);
+    registerToolCommands(registry);
+    registerInterfaceCommands(registry);
+    registerUndoCommands(registry);
+    registerFileCommands(registry);
+    registerPluginCommands(registry);
+}
+
+} // namespace
+
+Session::Session()
+    : previous(active), traceOwned(std::make_unique<Trace>()),
+      messagesOwned(std::make_unique<Messages>(*traceOwned)), graphOwned(std::make_unique<Graph>(*this)),
+      undoOwned(std::make_unique<UndoQueue>(*this)), editsOwned(std::make_unique<Edits>(*this)),
+      commandsOwned(std::make_unique<mel::CommandRegistry>()),
+      melOwned(std::make_unique<mel::Interpreter>(*this)), viewportOwned(std::make_unique<Viewport>(*this)),
+      drawingOwned(std::make_unique<DrawRecord>()), selectionOwned(std::make_unique<SelectionState>(*this)),
+      toolsOwned(std::make_unique<Tools>(*this)), pluginsOwned(std::make_unique<PluginRegistry>(*this))
+{
+    active = this;
+    registerCommands(*commandsOwned);
+    newScene();
+}
+
+Session::~Session()
+{
+    makeCurrent();
+    pluginsOwned.reset();
+    undoOwned->flush();
+    toolsOwned.reset();
+    selectionOwned.reset();
+    drawingOwned.reset();
+    viewportOwned.reset();
+    melOwned.reset();
+    commandsOwned.reset();
+    editsOwned.reset();
+    undoOwned.reset();
+    graphOwned.reset();
+    if (active == this)
+        active = previous;
+}
+
+Session& Session::current()
+{
+    if (!active)
+        throw Error("There is no running session.");
+    return *active;
+}
+
+Session* Session::currentOrNull() { return active; }
+
+void Session::makeCurrent()
+{
+    if (active == this)
+        return;
+    previous = active;
+    active = this;
+}
+
+void Session::newScene()
+{
+    const UndoQueue::Suspend suspend(*undoOwned);
+    selectionOwned->setActive({});
+    drawingOwned->clear();
+    graphOwned->clear();
+    createDefaultNodes(*graphOwned);
+    graphOwned->modified = false;
+    sceneName.clear();
+    undoOwned->flush();
+    viewportOwned->resetCamera();
+}
+
+void Session::quit()
+{
+    if (quitRequested)
+        return;
+    quitRequested = true;
+    toolsOwned->callbacks().exiting();
+}
+
+} // namespace host

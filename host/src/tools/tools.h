@@ -1,0 +1,68 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+class MPxContext;
+
+namespace host {
+
+class Session;
+class HotkeySets;
+class HeadsUpDisplays;
+class IdleQueue;
+class SceneCallbacks;
+
+/// The person's side of the host: tool contexts and which is current, the mouse and keys, hotkey sets,
+/// heads-up displays, the idle queue, scene callbacks.
+class Tools {
+public:
+    explicit Tools(Session& session);
+    ~Tools();
+
+    // Contexts. The registry owns those made by context commands; they live until the plug-in that made
+    // them is unloaded or the session ends.
+    void addContext(const std::string& name, const std::string& command, std::unique_ptr<MPxContext> context);
+    MPxContext* findContext(const std::string& name) const;
+    std::vector<std::string> contextNames() const;
+    /// Removes the contexts that a context command made; the current tool goes back to selectSuperContext.
+    void removeContextsOf(const std::string& command);
+    /// "morvaneContext" -> "morvaneContext1": the first free number.
+    std::string freeContextName(const std::string& command) const;
+    /// Leaves the current tool (toolOffCleanup) and enters the other (toolOnSetup). "selectSuperContext" is
+    /// built in. Throws host::Error for an unknown name.
+    void setCurrent(const std::string& name);
+    const std::string& current() const { return currentName; }
+
+    // Events, in port pixels from the lower left. Exceptions of a context are reported as errors.
+    struct Modifiers {
+        bool shift = false, control = false;
+    };
+    void press(int x, int y, int button, Modifiers modifiers); ///< button 1 left, 2 middle, 3 right
+    void drag(int x, int y);
+    void release(int x, int y);
+    void move(int x, int y);
+    void key(const std::string& key, Modifiers modifiers);
+
+    HotkeySets& hotkeys() { return *hotkeySets; }
+    HeadsUpDisplays& headsUp() { return *displays; }
+    IdleQueue& idle() { return *idleQueue; }
+    SceneCallbacks& callbacks() { return *sceneCallbacks; }
+    std::string helpText;                          ///< the tool's help string (status line)
+    std::string focusPanel = "modelPanel4";        ///< getPanel -withFocus
+
+private:
+    struct State;
+    Session& owner;
+    std::unique_ptr<HotkeySets> hotkeySets;
+    std::unique_ptr<HeadsUpDisplays> displays;
+    std::unique_ptr<IdleQueue> idleQueue;
+    std::unique_ptr<SceneCallbacks> sceneCallbacks;
+    std::unique_ptr<State> state;
+    std::string currentName = "selectSuperContext";
+};
+
+} // namespace host
