@@ -44,7 +44,7 @@ Session::Session()
     : previous(active), traceOwned(std::make_unique<Trace>()),
       messagesOwned(std::make_unique<Messages>(*traceOwned)), graphOwned(std::make_unique<Graph>(*this)),
       undoOwned(std::make_unique<UndoQueue>(*this)), editsOwned(std::make_unique<Edits>(*this)),
-      commandsOwned(std::make_unique<mel::CommandRegistry>()),
+      commandsOwned(std::make_unique<mel::CommandRegistry>(*this)),
       melOwned(std::make_unique<mel::Interpreter>(*this)), viewportOwned(std::make_unique<Viewport>(*this)),
       drawingOwned(std::make_unique<DrawRecord>()), selectionOwned(std::make_unique<SelectionState>(*this)),
       toolsOwned(std::make_unique<Tools>(*this)), pluginsOwned(std::make_unique<PluginRegistry>(*this))
