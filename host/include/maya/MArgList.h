@@ -1,0 +1,58 @@
+#pragma once
+
+#include <maya/MStatus.h>
+#include <maya/MString.h>
+#include <maya/MTypes.h>
+
+#include <memory>
+
+class MDoubleArray;
+class MIntArray;
+class MStringArray;
+
+namespace host {
+struct Api;
+struct ArgList;
+} // namespace host
+
+/// The arguments of a command as they were typed: flags and values in one list. addArg("text") means a bool,
+/// as on the platform.
+class MAYA_HOST_EXPORT MArgList {
+public:
+    MArgList();
+    MArgList(const MArgList& other);
+    MArgList(MArgList&& other) noexcept;
+    ~MArgList();
+    MArgList& operator=(const MArgList& other);
+    MArgList& operator=(MArgList&& other) noexcept;
+
+    unsigned int length(MStatus* status = nullptr) const;
+    bool asBool(unsigned int index, MStatus* status = nullptr) const;
+    int asInt(unsigned int index, MStatus* status = nullptr) const;
+    double asDouble(unsigned int index, MStatus* status = nullptr) const;
+    MString asString(unsigned int index, MStatus* status = nullptr) const;
+    /// All following arguments of that type; the index moves behind them.
+    MIntArray asIntArray(unsigned int& index, MStatus* status = nullptr) const;
+    MDoubleArray asDoubleArray(unsigned int& index, MStatus* status = nullptr) const;
+    const MStringArray asStringArray(unsigned int& index, MStatus* status = nullptr) const;
+    MStatus get(unsigned int index, bool& ret) const;
+    MStatus get(unsigned int index, int& ret) const;
+    MStatus get(unsigned int index, double& ret) const;
+    MStatus get(unsigned int index, MString& ret) const;
+    /// As the as...Array members.
+    MStatus get(unsigned int& index, MIntArray& ret) const;
+    MStatus get(unsigned int& index, MDoubleArray& ret) const;
+    MStatus get(unsigned int& index, MStringArray& ret) const;
+    /// The position of a flag, given without or with its dash; kInvalidArgIndex when it is not there.
+    unsigned int flagIndex(const char* shortFlag, const char* longFlag = nullptr) const;
+    static const unsigned int kInvalidArgIndex = 0xFFFFFFFFU;
+    MStatus addArg(bool arg);
+    MStatus addArg(int arg);
+    MStatus addArg(double arg);
+    MStatus addArg(const MString& arg);
+    static const char* className() { return "MArgList"; }
+
+private:
+    friend struct host::Api;
+    std::unique_ptr<host::ArgList> arguments;
+};

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <maya/MTypes.h>
+
+#include <iosfwd>
+
+class MString;
+
+/// How a call ended. Success unless said otherwise.
+class MAYA_HOST_EXPORT MStatus {
+public:
+    enum MStatusCode {
+        kSuccess = 0,
+        kFailure = 1,
+        kInsufficientMemory = 2,
+        kInvalidParameter = 3,
+        kLicenseFailure = 4,
+        kUnknownParameter = 5,
+        kNotImplemented = 6,
+        kNotFound = 7,
+        kEndOfFile = 8,
+    };
+
+    MStatus() : code(kSuccess) {}
+    MStatus(MStatusCode status) : code(status) {}
+
+    bool operator==(const MStatus& rhs) const { return code == rhs.code; }
+    bool operator==(const MStatusCode rhs) const { return code == rhs; }
+    bool operator!=(const MStatus& rhs) const { return code != rhs.code; }
+    bool operator!=(const MStatusCode rhs) const { return code != rhs; }
+    /// True on success.
+    operator bool() const { return code == kSuccess; }
+
+    bool error() const { return code != kSuccess; }
+    MStatusCode statusCode() const { return code; }
+    void clear() { code = kSuccess; }
+    /// A text for people, such as "(kFailure): Unexpected Internal Failure".
+    MString errorString() const;
+    /// Writes the message and the text of the status to standard error.
+    void perror(const char* message) const;
+    void perror(const MString& message) const;
+
+private:
+    MStatusCode code;
+};
+
+typedef MStatus MS;
+
+inline bool operator==(const MStatus::MStatusCode code, const MStatus& status)
+{
+    return status == code;
+}
+inline bool operator!=(const MStatus::MStatusCode code, const MStatus& status)
+{
+    return status != code;
+}
+
+MAYA_HOST_EXPORT std::ostream& operator<<(std::ostream& out, MStatus& status);

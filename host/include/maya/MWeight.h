@@ -1,0 +1,19 @@
+#pragma once
+
+#include <maya/MTypes.h>
+
+/// The weight that soft selection gives to one element: influence is the falloff, 0 to 1.
+class MAYA_HOST_EXPORT MWeight {
+public:
+    MWeight() : influenceValue(1.0F), seamValue(0.0F) {}
+
+    float influence() const { return influenceValue; }
+    float seam() const { return seamValue; }
+    void setInfluence(float influence) { influenceValue = influence; }
+    void setSeam(float seam) { seamValue = seam; }
+    static const char* className() { return "MWeight"; }
+
+private:
+    float influenceValue;
+    float seamValue;
+};
