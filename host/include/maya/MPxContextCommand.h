@@ -36,7 +36,6 @@ public:
 
 protected:
     /// A handle on the syntax of the command itself: flags added to it count.
-protected:
     MSyntax syntax(MStatus* status = nullptr) const;
     MArgParser parser(MStatus* status = nullptr) const;
 
