@@ -10,7 +10,7 @@ class MVector;
 
 namespace host {
 struct Api;
-class View;
+class Viewport;
 } // namespace host
 
 /// A view of the scene. Pixels count from the lower left corner of the port.
@@ -39,5 +39,5 @@ public:
 private:
     friend struct host::Api;
     /// Owned by the session. Views live as long as it does.
-    host::View* view;
+    host::Viewport* view;
 };

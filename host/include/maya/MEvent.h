@@ -7,6 +7,7 @@
 
 namespace host {
 struct Api;
+struct ToolApi;
 struct Event;
 } // namespace host
 
@@ -43,5 +44,6 @@ public:
 
 private:
     friend struct host::Api;
+    friend struct host::ToolApi;
     std::unique_ptr<host::Event> event;
 };

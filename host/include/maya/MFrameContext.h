@@ -9,7 +9,7 @@ class MPoint;
 
 namespace host {
 struct Api;
-class View;
+class Viewport;
 } // namespace host
 
 namespace MHWRender {
@@ -61,7 +61,7 @@ protected:
 
 private:
     friend struct host::Api;
-    host::View* view = nullptr;
+    host::Viewport* view = nullptr;
 };
 
 } // namespace MHWRender

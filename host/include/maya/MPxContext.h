@@ -12,6 +12,7 @@ class MPxToolCommand;
 
 namespace host {
 struct Api;
+struct ToolApi;
 struct ContextState;
 } // namespace host
 
@@ -78,5 +79,6 @@ protected:
 
 private:
     friend struct host::Api;
+    friend struct host::ToolApi;
     std::unique_ptr<host::ContextState> state;
 };

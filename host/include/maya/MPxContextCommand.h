@@ -12,6 +12,7 @@ class MPxContext;
 
 namespace host {
 struct Api;
+struct ToolApi;
 struct ContextCommandState;
 } // namespace host
 
@@ -41,5 +42,6 @@ protected:
 
 private:
     friend struct host::Api;
+    friend struct host::ToolApi;
     std::unique_ptr<host::ContextCommandState> state;
 };

@@ -5,6 +5,7 @@
 
 namespace host {
 struct Api;
+struct ToolApi;
 struct SelectionGesture;
 } // namespace host
 
@@ -46,5 +47,6 @@ protected:
 
 private:
     friend struct host::Api;
+    friend struct host::ToolApi;
     std::unique_ptr<host::SelectionGesture> gesture;
 };
