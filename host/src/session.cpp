@@ -7,6 +7,7 @@
 #include "messages.h"
 #include "plugins/pluginRegistry.h"
 #include "scene/defaultScene.h"
+#include "scene/sceneInfo.h"
 #include "selection/selectionState.h"
 #include "tools/sceneCallbacks.h"
 #include "tools/tools.h"
@@ -42,8 +43,9 @@ void registerCommands(mel::CommandRegistry& registry)
 
 Session::Session()
     : previous(active), traceOwned(std::make_unique<Trace>()),
-      messagesOwned(std::make_unique<Messages>(*traceOwned)), graphOwned(std::make_unique<Graph>(*this)),
-      undoOwned(std::make_unique<UndoQueue>(*this)), editsOwned(std::make_unique<Edits>(*this)),
+      messagesOwned(std::make_unique<Messages>(*traceOwned)), sceneInfoOwned(std::make_unique<SceneInfo>()),
+      graphOwned(std::make_unique<Graph>(*this)), undoOwned(std::make_unique<UndoQueue>(*this)),
+      editsOwned(std::make_unique<Edits>(*this)),
       commandsOwned(std::make_unique<mel::CommandRegistry>(*this)),
       melOwned(std::make_unique<mel::Interpreter>(*this)), viewportOwned(std::make_unique<Viewport>(*this)),
       drawingOwned(std::make_unique<DrawRecord>()), selectionOwned(std::make_unique<SelectionState>(*this)),
@@ -79,7 +81,10 @@ Session& Session::current()
     return *active;
 }
 
-Session* Session::currentOrNull() { return active; }
+Session* Session::currentOrNull()
+{
+    return active;
+}
 
 void Session::makeCurrent()
 {
@@ -98,6 +103,7 @@ void Session::newScene()
     createDefaultNodes(*graphOwned);
     graphOwned->modified = false;
     sceneName.clear();
+    *sceneInfoOwned = SceneInfo();
     undoOwned->flush();
     viewportOwned->resetCamera();
 }

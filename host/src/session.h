@@ -15,6 +15,7 @@ class Trace;
 class UndoQueue;
 class Viewport;
 struct DrawRecord;
+struct SceneInfo;
 namespace mel {
 class CommandRegistry;
 class Interpreter;
@@ -51,6 +52,7 @@ public:
     DrawRecord& drawing() { return *drawingOwned; }
     Tools& tools() { return *toolsOwned; }
     PluginRegistry& plugins() { return *pluginsOwned; }
+    SceneInfo& sceneInfo() { return *sceneInfoOwned; }
 
     /// Empties the scene to what `file -new` gives: default nodes and cameras, empty selection, empty undo
     /// queue, no file name.
@@ -66,6 +68,7 @@ private:
     bool quitRequested = false;
     std::unique_ptr<Trace> traceOwned;
     std::unique_ptr<Messages> messagesOwned;
+    std::unique_ptr<SceneInfo> sceneInfoOwned;
     std::unique_ptr<Graph> graphOwned;
     std::unique_ptr<UndoQueue> undoOwned;
     std::unique_ptr<Edits> editsOwned;

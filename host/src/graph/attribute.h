@@ -59,7 +59,8 @@ public:
 
     std::string longName;
     std::string shortName;
-    std::string niceName; ///< empty unless given
+    std::string niceName;                ///< empty unless given
+    std::vector<std::string> categories; ///< addAttr -category; kept for files
     AttributeType type = AttributeType::kDouble;
     std::string dataType; ///< "double3", "mesh", "componentList", "pointArray", ...; empty for plain numbers
     Flags flags;
@@ -101,7 +102,7 @@ public:
     AttributeSpec& range(double minimum, double maximum);
     AttributeSpec& enumeration(std::vector<std::pair<std::string, int>> fields, int defaultValue = 0);
     AttributeSpec& data(std::string dataType);
-    AttributeSpec& output();      ///< computed, readable, not writable, not stored
+    AttributeSpec& output(); ///< computed, readable, not writable, not stored
     AttributeSpec& notStorable();
     AttributeSpec& keyable();
     AttributeSpec& hidden();

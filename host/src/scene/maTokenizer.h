@@ -1,0 +1,55 @@
+#pragma once
+
+#include "scene/maStatement.h"
+
+#include <deque>
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace host {
+
+/// Reads the statements of a Maya ASCII file one by one, holding no more of the file than the statement at
+/// hand. Comments are skipped. Throws host::Error `file: line N: ...` for a text that is not closed, a
+/// statement that the file ends in, or a character that has no place there.
+class MaTokenizer {
+public:
+    MaTokenizer(std::istream& input, std::string fileName);
+
+    /// The next statement, or false at the end of the file. What `statement` held before becomes invalid.
+    bool next(MaStatement& statement);
+
+    const std::string& fileName() const { return file; }
+    /// The comment lines in front of the first statement.
+    const std::vector<std::string>& headComments() const { return head; }
+    /// The comment that stood last in the file so far ("// End of body.ma").
+    const std::string& lastComment() const { return last; }
+
+private:
+    bool fill();
+    bool more(std::size_t at) { return at < buffer.size() || fill(); }
+    bool skipToStatement();
+    void skipComment();
+    std::size_t findEnd();
+    std::size_t findStringEnd(std::size_t at);
+    std::size_t findCommentEnd(std::size_t at);
+    void split(MaStatement& statement, std::size_t end);
+    std::size_t readWord(MaStatement& statement, std::size_t at, std::size_t end);
+    std::size_t readString(std::size_t at, MaWord& word);
+    std::size_t readJoined(MaStatement& statement, std::size_t at, std::size_t end);
+    std::size_t skipBlanks(std::size_t at, std::size_t end);
+    [[noreturn]] void fail(int atLine, const std::string& message) const;
+
+    std::istream& stream;
+    std::string file;
+    std::string buffer;      ///< what has been read and not used up
+    std::size_t used = 0;    ///< everything in front of it in the buffer is used up
+    int line = 1;            ///< of buffer[used]
+    int wordLine = 1;        ///< while splitting
+    bool started = false;    ///< a statement has been met
+    std::deque<std::string> texts; ///< unescaped texts of the statement at hand
+    std::vector<std::string> head;
+    std::string last;
+};
+
+} // namespace host
