@@ -1,0 +1,103 @@
+#include "types/argList.h"
+
+#include "types/numberText.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <limits>
+
+namespace host {
+
+namespace {
+
+bool isWord(const std::string& text)
+{
+    const auto plain = [](unsigned char c) {
+        return std::isalnum(c) || c >= 0x80 ||
+               std::string("_-.:|[]/").find(static_cast<char>(c)) != std::string::npos;
+    };
+    return !text.empty() && std::all_of(text.begin(), text.end(), plain);
+}
+
+std::string quoted(const std::string& text)
+{
+    std::string line = "\"";
+    for (const char c : text) {
+        if (c == '"' || c == '\\')
+            line += '\\';
+        if (c == '\n')
+            line += "\\n";
+        else
+            line += c;
+    }
+    return line + '"';
+}
+
+} // namespace
+
+std::optional<double> argumentDouble(const mel::Value& argument)
+{
+    switch (argument.type()) {
+    case mel::Type::kInt:
+        return argument.get<int>();
+    case mel::Type::kFloat:
+        return argument.get<double>();
+    case mel::Type::kString: {
+        bool whole = false;
+        const double value = leadingNumber(argument.get<std::string>(), &whole);
+        return whole ? std::optional<double>(value) : std::nullopt;
+    }
+    default:
+        return std::nullopt;
+    }
+}
+
+std::optional<int> argumentInt(const mel::Value& argument)
+{
+    const std::optional<double> number = argumentDouble(argument);
+    if (!number || std::isnan(*number))
+        return std::nullopt;
+    return static_cast<int>(std::clamp(*number, static_cast<double>(std::numeric_limits<int>::min()),
+                                       static_cast<double>(std::numeric_limits<int>::max())));
+}
+
+std::optional<bool> argumentBool(const mel::Value& argument)
+{
+    if (argument.isString()) {
+        const std::string& word = argument.get<std::string>();
+        if (word == "on" || word == "yes" || word == "true")
+            return true;
+        if (word == "off" || word == "no" || word == "false")
+            return false;
+    }
+    const std::optional<double> number = argumentDouble(argument);
+    return number ? std::optional<bool>(*number != 0.0) : std::nullopt;
+}
+
+std::optional<std::string> argumentText(const mel::Value& argument)
+{
+    switch (argument.type()) {
+    case mel::Type::kInt:
+        return std::to_string(argument.get<int>());
+    case mel::Type::kFloat:
+        return numberText(argument.get<double>());
+    case mel::Type::kString:
+        return argument.get<std::string>();
+    default:
+        return std::nullopt;
+    }
+}
+
+std::string argumentLine(const std::vector<mel::Value>& arguments)
+{
+    std::string line;
+    for (const mel::Value& argument : arguments) {
+        const std::string text = argumentText(argument).value_or(std::string());
+        line += line.empty() ? "" : " ";
+        line += !argument.isString() || isWord(text) ? text : quoted(text);
+    }
+    return line;
+}
+
+} // namespace host

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "mel/value.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace host {
+
+/// What an MArgList holds: single values as the command was given them. There is no bool among the values; a
+/// bool is the int 1 or 0.
+struct ArgList {
+    std::vector<mel::Value> values;
+};
+
+// One argument read as a type; nothing when it cannot be read so. Numbers are truncated to whole ones, texts
+// that are numbers throughout count as numbers, and on, off, yes, no, true and false as bools.
+std::optional<bool> argumentBool(const mel::Value& argument);
+std::optional<int> argumentInt(const mel::Value& argument);
+std::optional<double> argumentDouble(const mel::Value& argument);
+std::optional<std::string> argumentText(const mel::Value& argument);
+
+/// The arguments as somebody would type them, separated by blanks; texts that need them get quotes.
+std::string argumentLine(const std::vector<mel::Value>& arguments);
+
+} // namespace host
