@@ -47,8 +47,8 @@ public:
     void push(std::unique_ptr<UndoItem> item); ///< into the open command scope, else as an entry of its own
 
     /// Around one command: the items pushed while the outermost scope is open become one entry, named
-    /// `name`, when it closes; none pushed, no entry. If the scope is left by an exception (or fail() was
-    /// called) the items are undone in reverse and dropped: a failing command leaves nothing half-done.
+    /// `name`, when it closes; none pushed, no entry. If a scope is left by an exception (or fail() was
+    /// called) its own items are undone in reverse and dropped: a failing command leaves nothing half-done.
     class CommandScope {
     public:
         CommandScope(UndoQueue& queue, std::string name);
@@ -61,8 +61,8 @@ public:
         UndoQueue& queue;
         std::string name;
         int exceptionsAtEntry;
+        std::size_t itemsAtEntry;
         bool failed = false;
-        bool outermost;
     };
     /// Nothing is recorded inside (API calls with undo off, file reading, undo itself).
     class Suspend {

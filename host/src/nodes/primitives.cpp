@@ -1,0 +1,225 @@
+#include "nodes/primitives.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace host {
+
+namespace {
+
+constexpr double kPi = 3.14159265358979323846;
+
+/// Points and faces of a mesh in the making.
+struct Builder {
+    Points points;
+    std::vector<int> counts;
+    std::vector<int> corners;
+
+    void quad(int a, int b, int c, int d)
+    {
+        counts.push_back(4);
+        corners.insert(corners.end(), {a, b, c, d});
+    }
+    void triangle(int a, int b, int c)
+    {
+        counts.push_back(3);
+        corners.insert(corners.end(), {a, b, c});
+    }
+    int point(const Imath::V3d& at)
+    {
+        points.push_back(at);
+        return static_cast<int>(points.size()) - 1;
+    }
+    void ring(double radius, double y, int count)
+    {
+        for (int i = 0; i < count; ++i) {
+            const double angle = -(i + 1) * 2.0 * kPi / count;
+            points.emplace_back(radius * std::cos(angle), y, radius * std::sin(angle));
+        }
+    }
+    /// Quads between two rings of `count` vertices that begin at `low` and `high`, seen from outside.
+    void band(int low, int high, int count)
+    {
+        for (int i = 0; i < count; ++i) {
+            const int next = (i + 1) % count;
+            quad(low + i, low + next, high + next, high + i);
+        }
+    }
+    std::shared_ptr<MeshData> take()
+    {
+        return meshFromFaces(std::move(points), std::move(counts), std::move(corners));
+    }
+};
+
+/// Half of a cap: rings shrinking towards a centre, or one polygon.
+void addCap(Builder& build, int outer, int count, double radius, double y, int rings, bool top)
+{
+    if (rings == 0) {
+        build.counts.push_back(count);
+        for (int i = 0; i < count; ++i)
+            build.corners.push_back(outer + (top ? i : count - 1 - i));
+        return;
+    }
+    int previous = outer;
+    for (int ring = 1; ring < rings; ++ring) {
+        const int begin = static_cast<int>(build.points.size());
+        build.ring(radius * (rings - ring) / rings, y, count);
+        if (top)
+            build.band(previous, begin, count);
+        else
+            build.band(begin, previous, count);
+        previous = begin;
+    }
+    const int centre = build.point({0, y, 0});
+    for (int i = 0; i < count; ++i) {
+        const int next = (i + 1) % count;
+        if (top)
+            build.triangle(previous + i, previous + next, centre);
+        else
+            build.triangle(previous + next, previous + i, centre);
+    }
+}
+
+} // namespace
+
+std::shared_ptr<MeshData> meshFromFaces(Points points, std::vector<int> faceCounts,
+                                        std::vector<int> faceVertices)
+{
+    auto topology = std::make_shared<MeshTopology>();
+    std::vector<std::pair<int, int>> pairs;
+    pairs.reserve(faceVertices.size());
+    std::size_t begin = 0;
+    for (int corners : faceCounts) {
+        for (int k = 0; k < corners; ++k) {
+            const int a = faceVertices[begin + static_cast<std::size_t>(k)];
+            const int b = faceVertices[begin + static_cast<std::size_t>((k + 1) % corners)];
+            pairs.emplace_back(std::min(a, b), std::max(a, b));
+        }
+        begin += static_cast<std::size_t>(corners);
+    }
+    std::vector<std::pair<int, int>> edges = pairs;
+    std::sort(edges.begin(), edges.end());
+    edges.erase(std::unique(edges.begin(), edges.end()), edges.end());
+    for (const auto& [low, high] : edges)
+        topology->edges.push_back({low, high, 0});
+    for (std::size_t corner = 0; corner < pairs.size(); ++corner) {
+        const auto found = std::lower_bound(edges.begin(), edges.end(), pairs[corner]);
+        const int edge = static_cast<int>(found - edges.begin());
+        topology->faceEdges.push_back(faceVertices[corner] == pairs[corner].first ? edge : -edge - 1);
+    }
+    topology->faceCounts = std::move(faceCounts);
+    topology->faceVertices = std::move(faceVertices);
+
+    auto mesh = std::make_shared<MeshData>();
+    mesh->pointsRef = std::make_shared<Points>(std::move(points));
+    mesh->topology = std::move(topology);
+    return mesh;
+}
+
+std::shared_ptr<MeshData> planeMesh(double width, double height, int sx, int sy)
+{
+    Builder build;
+    for (int j = 0; j <= sy; ++j)
+        for (int i = 0; i <= sx; ++i)
+            build.points.emplace_back(width * (static_cast<double>(i) / sx - 0.5), 0.0,
+                                      height * (0.5 - static_cast<double>(j) / sy));
+    const int row = sx + 1;
+    for (int j = 0; j < sy; ++j)
+        for (int i = 0; i < sx; ++i) {
+            const int corner = j * row + i;
+            build.quad(corner, corner + 1, corner + row + 1, corner + row);
+        }
+    return build.take();
+}
+
+std::shared_ptr<MeshData> cubeMesh(const Imath::V3d& size, int sx, int sy, int sz)
+{
+    Builder build;
+    const Imath::V3d half = size * 0.5;
+    const int row = sx + 1;
+    const int rows = 2 * (sy + sz);
+    // The belt: each row of sx + 1 vertices along x, going once around the x axis.
+    for (int r = 0; r < rows; ++r) {
+        double y, z;
+        if (r <= sy) {
+            y = -half.y + size.y * r / sy, z = half.z;
+        } else if (r <= sy + sz) {
+            y = half.y, z = half.z - size.z * (r - sy) / sz;
+        } else if (r <= 2 * sy + sz) {
+            y = half.y - size.y * (r - sy - sz) / sy, z = -half.z;
+        } else {
+            y = -half.y, z = -half.z + size.z * (r - 2 * sy - sz) / sz;
+        }
+        for (int i = 0; i <= sx; ++i)
+            build.points.emplace_back(-half.x + size.x * i / sx, y, z);
+    }
+    for (int r = 0; r < rows; ++r)
+        for (int i = 0; i < sx; ++i) {
+            const int low = r * row + i, high = (r + 1) % rows * row + i;
+            build.quad(low, low + 1, high + 1, high);
+        }
+    // The sides: a grid over y (j) and z from the back (k); its border is the belt's.
+    for (const bool right : {true, false}) {
+        std::vector<int> grid(static_cast<std::size_t>((sy + 1) * (sz + 1)));
+        const auto cell = [&](int j, int k) -> int& { return grid[static_cast<std::size_t>(j * (sz + 1) + k)]; };
+        const int column = right ? sx : 0;
+        for (int j = 0; j <= sy; ++j)
+            for (int k = 0; k <= sz; ++k) {
+                if (k == 0)
+                    cell(j, k) = j * row + column; // front
+                else if (k == sz)
+                    cell(j, k) = (2 * sy + sz - j) * row + column; // back
+                else if (j == sy)
+                    cell(j, k) = (sy + k) * row + column; // top
+                else if (j == 0)
+                    cell(j, k) = (rows - k) * row + column; // bottom
+                else
+                    cell(j, k) = build.point({right ? half.x : -half.x, -half.y + size.y * j / sy,
+                                              half.z - size.z * k / sz});
+            }
+        for (int j = 0; j < sy; ++j)
+            for (int k = 0; k < sz; ++k) {
+                const int a = cell(j, k), b = cell(j, k + 1), c = cell(j + 1, k + 1), d = cell(j + 1, k);
+                if (right)
+                    build.quad(a, b, c, d);
+                else
+                    build.quad(b, a, d, c);
+            }
+    }
+    return build.take();
+}
+
+std::shared_ptr<MeshData> sphereMesh(double radius, int sx, int sy)
+{
+    Builder build;
+    for (int j = 1; j < sy; ++j) {
+        const double latitude = -kPi / 2 + kPi * j / sy;
+        build.ring(radius * std::cos(latitude), radius * std::sin(latitude), sx);
+    }
+    for (int j = 0; j + 2 < sy; ++j)
+        build.band(j * sx, (j + 1) * sx, sx);
+    const int bottom = build.point({0, -radius, 0});
+    const int top = build.point({0, radius, 0});
+    const int last = (sy - 2) * sx;
+    for (int i = 0; i < sx; ++i) {
+        const int next = (i + 1) % sx;
+        build.triangle(next, i, bottom);
+        build.triangle(last + i, last + next, top);
+    }
+    return build.take();
+}
+
+std::shared_ptr<MeshData> cylinderMesh(double radius, double height, int sx, int sy, int capRings)
+{
+    Builder build;
+    for (int j = 0; j <= sy; ++j)
+        build.ring(radius, height * (static_cast<double>(j) / sy - 0.5), sx);
+    for (int j = 0; j < sy; ++j)
+        build.band(j * sx, (j + 1) * sx, sx);
+    addCap(build, 0, sx, radius, -height / 2, capRings, false);
+    addCap(build, sy * sx, sx, radius, height / 2, capRings, true);
+    return build.take();
+}
+
+} // namespace host
