@@ -2,8 +2,10 @@
 
 #include "graph/slots.h"
 #include "session.h"
+#include "types/error.h"
 #include "undo/undoQueue.h"
 
+#include <optional>
 #include <utility>
 
 namespace host {
@@ -69,7 +71,66 @@ private:
     Graph::Removal removal;
 };
 
+/// The plug whose slot holds everything below `plug`: the array itself for elements of number arrays and for
+/// whatever lies in weight rows.
+Plug slotOwner(Plug plug)
+{
+    const Attribute* outer = plug.attribute();
+    while (outer && !outer->flags.weightRows)
+        outer = outer->parent;
+    if (outer)
+        return Plug(plug.node(), outer);
+    return plug.isElement() && isNumericArray(*plug.attribute()) ? plug.array() : plug;
+}
+
+/// The stored values below one plug, before and after a change.
+class SubtreeItem final : public UndoItem {
+public:
+    explicit SubtreeItem(const Plug& below) : plug(slotOwner(below)), before(take()) {}
+    void undo(Session&) override { exchange(before, after); }
+    void redo(Session&) override { exchange(after, before); }
+    void putBack() { put(before); }
+
+private:
+    using Stored = std::optional<Slot>;
+
+    Stored take() const
+    {
+        const Slot* slot = std::as_const(plug.node()->slots()).find(plug);
+        return slot ? Stored(slot->copy()) : std::nullopt;
+    }
+    void put(Stored& values)
+    {
+        if (values)
+            plug.node()->slots().make(plug) = std::move(*values);
+        else
+            plug.node()->slots().erase(plug);
+        values.reset();
+        plug.changed();
+    }
+    void exchange(Stored& wanted, Stored& other)
+    {
+        other = take();
+        put(wanted);
+    }
+
+    Plug plug;
+    Stored before, after;
+};
+
 } // namespace
+
+void Edits::replaceBelow(const Plug& plug, const std::function<void()>& change)
+{
+    auto item = std::make_unique<SubtreeItem>(plug);
+    try {
+        change();
+    } catch (...) {
+        item->putBack();
+        throw;
+    }
+    push(std::move(item));
+}
 
 void Edits::push(std::unique_ptr<UndoItem> item)
 {
@@ -214,6 +275,9 @@ void Edits::removeAttribute(Node& node, const Attribute& root)
     for (const Ref<Attribute>& each : node.dynamicAttributes())
         if (each.get() == &root)
             same = each;
+    if (!same)
+        throw Error("The attribute " + root.longName + " of " + node.uniqueName() + " is not dynamic.");
+    replaceBelow(Plug(&node, same.get()), [] {}); // its values come back after the attribute has
     perform([keep, same](Session& session) { session.graph().removeAttribute(*keep, *same); },
             [keep, same](Session& session) { session.graph().addAttribute(*keep, same); });
 }
