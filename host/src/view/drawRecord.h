@@ -25,12 +25,24 @@ struct DrawRecord {
         float width = 1;
         bool screenSpace = false;
     };
+    /// What the next text or line is drawn with; reset where a drawable begins and ends. Outside a drawable
+    /// nothing is recorded.
+    struct Pen {
+        bool open = false;
+        float color[4] = {0, 0, 0, 1};
+        unsigned fontSize = 12;
+        int lineStyle = 0;
+        float lineWidth = 1;
+    };
+    Pen pen;
     std::vector<Text> texts;
     std::vector<Line> lines;
+    int drawables = 0; ///< beginDrawable calls since it was cleared
     void clear()
     {
         texts.clear();
         lines.clear();
+        drawables = 0;
     }
 };
 
