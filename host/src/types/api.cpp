@@ -150,6 +150,11 @@ MArgParser Api::wrap(std::shared_ptr<const ParsedArgs> parsed)
     return parser;
 }
 
+const ParsedArgs& Api::parsed(const MArgParser& parser)
+{
+    return *parser.parsed;
+}
+
 CommandState& Api::state(const MPxCommand& command)
 {
     return *command.state;

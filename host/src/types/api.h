@@ -80,6 +80,7 @@ struct Api {
     static MSyntax wrap(std::shared_ptr<Syntax> syntax);
     static const Syntax& syntax(const MSyntax& handle);
     static MArgParser wrap(std::shared_ptr<const ParsedArgs> parsed);
+    static const ParsedArgs& parsed(const MArgParser& parser);
     static CommandState& state(const MPxCommand& command);
 
     /// Null when there is no view.

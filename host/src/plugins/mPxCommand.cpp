@@ -1,0 +1,188 @@
+#include "messages.h"
+#include "plugins/commandState.h"
+#include "plugins/pluginCommand.h"
+#include "plugins/pluginRegistry.h"
+#include "session.h"
+#include "types/api.h"
+#include "types/error.h"
+
+#include <maya/MArgList.h>
+#include <maya/MDoubleArray.h>
+#include <maya/MIntArray.h>
+#include <maya/MPxCommand.h>
+#include <maya/MPxToolCommand.h>
+#include <maya/MStringArray.h>
+
+namespace {
+
+/// Results that are set while no command runs have nobody to read them.
+void setCurrent(host::mel::Value value)
+{
+    if (host::mel::Value* result = host::ResultScope::current())
+        *result = std::move(value);
+}
+
+host::Messages* messages()
+{
+    host::Session* session = host::Session::currentOrNull();
+    return session ? &session->messages() : nullptr;
+}
+
+} // namespace
+
+MPxCommand::MPxCommand() : state(std::make_unique<host::CommandState>()) {}
+MPxCommand::~MPxCommand() = default;
+
+MStatus MPxCommand::doIt(const MArgList&)
+{
+    return MStatus::kNotImplemented;
+}
+
+MStatus MPxCommand::undoIt()
+{
+    return MStatus::kNotImplemented;
+}
+
+MStatus MPxCommand::redoIt()
+{
+    return MStatus::kNotImplemented;
+}
+
+bool MPxCommand::isUndoable() const
+{
+    return false;
+}
+
+bool MPxCommand::hasSyntax() const
+{
+    return state->syntax != nullptr;
+}
+
+MSyntax MPxCommand::syntax() const
+{
+    return state->syntax ? host::Api::wrap(std::make_shared<host::Syntax>(*state->syntax)) : MSyntax();
+}
+
+bool MPxCommand::isHistoryOn() const
+{
+    return state->history;
+}
+
+MStatus MPxCommand::setHistoryOn(bool on)
+{
+    state->history = on;
+    return MStatus::kSuccess;
+}
+
+MString MPxCommand::commandString() const
+{
+    return host::Api::wrap(state->commandString);
+}
+
+MStatus MPxCommand::setCommandString(const MString& text)
+{
+    state->commandString = host::Api::text(text);
+    return MStatus::kSuccess;
+}
+
+void MPxCommand::displayInfo(const MString& theInfo)
+{
+    if (host::Messages* out = messages())
+        out->info(theInfo.asChar());
+}
+
+void MPxCommand::displayWarning(const MString& theWarning, bool)
+{
+    if (host::Messages* out = messages())
+        out->warning(theWarning.asChar());
+}
+
+void MPxCommand::displayError(const MString& theError, bool)
+{
+    if (host::Messages* out = messages())
+        out->error(theError.asChar());
+}
+
+void MPxCommand::clearResult()
+{
+    setCurrent({});
+}
+
+void MPxCommand::setResult(unsigned int val)
+{
+    setCurrent(static_cast<int>(val));
+}
+
+void MPxCommand::setResult(int val)
+{
+    setCurrent(val);
+}
+
+void MPxCommand::setResult(double val)
+{
+    setCurrent(val);
+}
+
+void MPxCommand::setResult(bool val)
+{
+    setCurrent(val);
+}
+
+void MPxCommand::setResult(const char* val)
+{
+    setCurrent(std::string(val ? val : ""));
+}
+
+void MPxCommand::setResult(const MString& val)
+{
+    setCurrent(host::Api::text(val));
+}
+
+void MPxCommand::setResult(const MIntArray& val)
+{
+    host::mel::IntArray array(val.length());
+    val.get(array.data());
+    setCurrent(std::move(array));
+}
+
+void MPxCommand::setResult(const MDoubleArray& val)
+{
+    host::mel::FloatArray array(val.length());
+    val.get(array.data());
+    setCurrent(std::move(array));
+}
+
+void MPxCommand::setResult(const MStringArray& val)
+{
+    host::mel::StringArray array;
+    for (unsigned int i = 0; i < val.length(); ++i)
+        array.push_back(host::Api::text(val[i]));
+    setCurrent(std::move(array));
+}
+
+MPxToolCommand::MPxToolCommand() = default;
+MPxToolCommand::~MPxToolCommand() = default;
+
+MStatus MPxToolCommand::cancel()
+{
+    return MStatus::kSuccess;
+}
+
+MStatus MPxToolCommand::finalize()
+{
+    return MStatus::kSuccess;
+}
+
+MStatus MPxToolCommand::doFinalize(MArgList& command)
+{
+    host::Session* session = host::Session::currentOrNull();
+    if (!session)
+        return MStatus::kFailure;
+    const std::string text = host::argumentLine(host::Api::arguments(command).values);
+    try {
+        return session->plugins().finalise(*this, text) ? MStatus::kSuccess : MStatus::kFailure;
+    } catch (const host::Error& error) {
+        session->messages().error(error.what());
+        return MStatus::kFailure;
+    }
+}
