@@ -20,7 +20,7 @@ public:
     MRichSelection& operator=(const MRichSelection&) = delete;
     virtual ~MRichSelection();
 
-    /// Fails when the list is empty.
+    /// Replace what the list held; the list is empty when there is nothing.
     MStatus getSelection(MSelectionList& selection) const;
     MStatus getSymmetry(MSelectionList& symmetry) const;
     MStatus setSelection(const MSelectionList& selection);
