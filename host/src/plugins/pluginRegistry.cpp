@@ -206,8 +206,9 @@ void PluginRegistry::removeContext(Plugin& plugin, const std::string& name, cons
     if (found == plugin.contexts.end() || found->second.toolCommand != toolCommand)
         throw Error("Plug-in \"" + plugin.name + "\" has registered no context command \"" + name + "\"" +
                     (toolCommand.empty() ? "" : " with the tool command \"" + toolCommand + "\"") + ".");
-    plugin.contexts.erase(found);
+    // Refused while one of the tools is at work; the record then stays.
     owner.tools().contextCommands().remove(name);
+    plugin.contexts.erase(found);
     if (!toolCommand.empty())
         removeCommand(plugin, toolCommand);
 }

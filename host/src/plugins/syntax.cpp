@@ -144,7 +144,7 @@ private:
     {
         const std::string which = "flag '-" + flag.longName + "'";
         if (next >= list.size())
-            fail(which + " must be given a " + typeText(type) + " argument.");
+            fail("No argument for " + which + ". Expected " + typeText(type) + ".");
         const mel::Value& value = list[next++];
         if (!fits(value, type))
             fail("Invalid argument for " + which + ". Expected " + typeText(type) + ", got " +

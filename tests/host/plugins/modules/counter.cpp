@@ -1,0 +1,139 @@
+// A well-behaved plug-in: a command with a syntax that can be undone, and a tool with its command.
+
+#include <maya/MArgDatabase.h>
+#include <maya/MArgList.h>
+#include <maya/MFnPlugin.h>
+#include <maya/MPxCommand.h>
+#include <maya/MPxContext.h>
+#include <maya/MPxContextCommand.h>
+#include <maya/MPxToolCommand.h>
+#include <maya/MStringArray.h>
+#include <maya/MSyntax.h>
+
+#include <stdexcept>
+
+namespace {
+
+/// What all commands of the plug-in count; fresh when the library is.
+int total = 0;
+
+/// counter: adds 1, or what -by says, and returns the new total. -throw and -fail end badly;
+/// -names returns texts.
+class CounterCommand : public MPxCommand {
+public:
+    static void* creator() { return new CounterCommand; }
+    static MSyntax newSyntax()
+    {
+        MSyntax syntax;
+        syntax.addFlag("-b", "-by", MSyntax::kLong);
+        syntax.addFlag("-n", "-names");
+        syntax.addFlag("-t", "-throw");
+        syntax.addFlag("-f", "-fail");
+        syntax.enableQuery();
+        return syntax;
+    }
+
+    MStatus doIt(const MArgList& args) override
+    {
+        MStatus status;
+        const MArgDatabase parser(syntax(), args, &status);
+        if (!status)
+            return status;
+        query = parser.isQuery();
+        if (parser.isFlagSet("-throw"))
+            throw std::runtime_error("out of numbers");
+        if (parser.isFlagSet("-fail"))
+            return MStatus::kInvalidParameter;
+        if (parser.isFlagSet("-names")) {
+            MStringArray names;
+            names.append("one");
+            names.append("two");
+            setResult(names);
+            return MStatus::kSuccess;
+        }
+        parser.getFlagArgument("-by", 0, step);
+        if (!query)
+            total += step;
+        setResult(total);
+        return MStatus::kSuccess;
+    }
+    MStatus undoIt() override
+    {
+        total -= step;
+        return MStatus::kSuccess;
+    }
+    MStatus redoIt() override
+    {
+        total += step;
+        return MStatus::kSuccess;
+    }
+    bool isUndoable() const override { return !query; }
+
+private:
+    int step = 1;
+    bool query = false;
+};
+
+/// Adds 10: what one click of the tool leaves behind.
+class ClickCommand : public MPxToolCommand {
+public:
+    static void* creator() { return new ClickCommand; }
+    MStatus doIt(const MArgList&) override { return redoIt(); }
+    MStatus redoIt() override
+    {
+        total += 10;
+        return MStatus::kSuccess;
+    }
+    MStatus undoIt() override
+    {
+        total -= 10;
+        return MStatus::kSuccess;
+    }
+    bool isUndoable() const override { return true; }
+    MStatus finalize() override
+    {
+        MArgList command;
+        command.addArg(commandString());
+        command.addArg(MString("-note"));
+        command.addArg(MString("one click"));
+        return doFinalize(command);
+    }
+};
+
+class ClickContext : public MPxContext {
+public:
+    MStatus doPress(MEvent&, MHWRender::MUIDrawManager&, const MHWRender::MFrameContext&) override
+    {
+        auto* command = static_cast<ClickCommand*>(newToolCommand());
+        command->redoIt();
+        return command->finalize();
+    }
+    using MPxContext::doPress;
+};
+
+class ClickContextCommand : public MPxContextCommand {
+public:
+    static void* creator() { return new ClickContextCommand; }
+    MPxContext* makeObj() override { return new ClickContext; }
+};
+
+} // namespace
+
+MStatus initializePlugin(MObject object)
+{
+    MFnPlugin plugin(object, "the house", "2.1", "Any");
+    const MStatus status =
+        plugin.registerCommand("counter", CounterCommand::creator, CounterCommand::newSyntax);
+    if (!status)
+        return status;
+    return plugin.registerContextCommand("clickContext", ClickContextCommand::creator, "click",
+                                         ClickCommand::creator);
+}
+
+MStatus uninitializePlugin(MObject object)
+{
+    MFnPlugin plugin(object);
+    const MStatus status = plugin.deregisterContextCommand("clickContext", "click");
+    const MStatus other = plugin.deregisterCommand("counter");
+    return status ? other : status;
+}

@@ -1,0 +1,74 @@
+#include "plugins/pluginRegistry.h"
+#include "support/hostFixture.h"
+#include "undo/undoQueue.h"
+
+namespace {
+
+class PluginCommandTest : public testing_support::HostTest {
+protected:
+    void SetUp() override
+    {
+        session.plugins().load(std::string(MODULE_DIR) + "/counter.so");
+        session.undo().flush();
+    }
+};
+
+TEST_F(PluginCommandTest, resultsReachTheScript)
+{
+    EXPECT_EQ(5, melInt("int $n = `counter -by 5`;"));
+    EXPECT_EQ(5, melInt("counter -q -by"));
+    EXPECT_EQ((std::vector<std::string>{"one", "two"}), melStrings("counter -names"));
+}
+
+TEST_F(PluginCommandTest, anUndoableCallIsOneEntryOfTheUndoQueue)
+{
+    mel("counter -by 3");
+    mel("counter -q -by");
+    EXPECT_EQ(1U, session.undo().undoCount());
+    EXPECT_EQ("counter -by 3", session.undo().undoName());
+    mel("undo");
+    EXPECT_EQ(0, melInt("counter -q -by"));
+    mel("redo");
+    EXPECT_EQ(3, melInt("counter -q -by"));
+}
+
+TEST_F(PluginCommandTest, badCallsAreErrorsAndLeaveNoEntry)
+{
+    const struct {
+        const char* call;
+        const char* error;
+    } cases[] = {
+        {"counter -of 3", "counter: Invalid flag '-of'."},
+        {"counter -by \"many\"", "counter: Invalid argument for flag '-by'. Expected int, got many."},
+        {"counter -by", "counter: No argument for flag '-by'. Expected int."},
+        {"counter stray", "counter: Too many arguments: 'stray'."},
+        {"counter -throw", "counter: out of numbers"},
+        {"counter -fail", "counter: (kInvalidParameter): Invalid parameter for this call"},
+    };
+    for (const auto& example : cases)
+        EXPECT_EQ(example.error, melError(example.call));
+    EXPECT_EQ(0U, session.undo().undoCount());
+    EXPECT_EQ(0, melInt("counter -q -by"));
+}
+
+TEST_F(PluginCommandTest, aFinalisedToolCommandIsUndoneAndRedoneButNotRun)
+{
+    mel("clickContext myClick; setToolTo myClick;");
+    mel("viewportEvent -press 10 10; viewportEvent -release 10 10;");
+    EXPECT_EQ(10, melInt("counter -q -by"));
+    EXPECT_EQ("click -note \"one click\"", session.undo().undoName());
+    mel("undo");
+    EXPECT_EQ(0, melInt("counter -q -by"));
+    mel("redo");
+    EXPECT_EQ(10, melInt("counter -q -by"));
+}
+
+TEST_F(PluginCommandTest, unloadingWhileTheToolIsOnAndItsCommandsAreInTheQueueIsSafe)
+{
+    mel("clickContext myClick; setToolTo myClick;");
+    mel("viewportEvent -press 10 10; viewportEvent -release 10 10; counter; unloadPlugin counter;");
+    EXPECT_EQ(0U, session.undo().undoCount());
+    EXPECT_EQ("selectSuperContext", melString("currentCtx"));
+}
+
+} // namespace

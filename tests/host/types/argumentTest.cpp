@@ -1,0 +1,172 @@
+#include "plugins/syntax.h"
+#include "types/api.h"
+#include "types/argList.h"
+#include "types/error.h"
+
+#include <maya/MArgList.h>
+#include <maya/MArgParser.h>
+#include <maya/MIntArray.h>
+#include <maya/MSyntax.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using host::mel::Value;
+
+MArgList listOf(std::vector<Value> values)
+{
+    MArgList list;
+    host::Api::arguments(list).values = std::move(values);
+    return list;
+}
+
+/// Flags of every kind: -size <double>, -count <unsigned>, -lock <bool>, -move <double, double>,
+/// -tag <string> many times.
+MSyntax exampleSyntax()
+{
+    MSyntax syntax;
+    syntax.addFlag("-s", "-size", MSyntax::kDouble);
+    syntax.addFlag("-c", "-count", MSyntax::kUnsigned);
+    syntax.addFlag("-l", "-lock", MSyntax::kBoolean);
+    syntax.addFlag("-m", "-move", MSyntax::kDouble, MSyntax::kDouble);
+    syntax.addFlag("-t", "-tag", MSyntax::kString);
+    syntax.makeFlagMultiUse("-tag");
+    syntax.enableQuery();
+    syntax.enableEdit();
+    return syntax;
+}
+
+TEST(ArgumentTest, aLiteralIsABoolAndATextMustBeAString)
+{
+    MArgList list;
+    list.addArg("text");
+    list.addArg(MString("text"));
+    list.addArg(MString("2.5"));
+    EXPECT_EQ(1, list.asInt(0));
+    EXPECT_STREQ("text", list.asString(1).asChar());
+    MStatus status;
+    list.asInt(1, &status);
+    EXPECT_FALSE(status);
+    EXPECT_DOUBLE_EQ(2.5, list.asDouble(2));
+    list.asDouble(3, &status);
+    EXPECT_FALSE(status);
+
+    MArgList copy(list);
+    copy.addArg(1);
+    EXPECT_EQ(3U, list.length());
+}
+
+TEST(ArgumentTest, arraysRunFromTheIndexToTheFirstOtherValue)
+{
+    const MArgList list = listOf({"-ids", 4, 5, 6, "-x"});
+    unsigned int index = list.flagIndex("ids") + 1;
+    const MIntArray ids = list.asIntArray(index);
+    EXPECT_EQ(3U, ids.length());
+    EXPECT_EQ(4U, index);
+    EXPECT_EQ(MArgList::kInvalidArgIndex, list.flagIndex("q", "query"));
+    EXPECT_EQ("-ids 4 5 6 \"two words\" 0.1", host::argumentLine({"-ids", 4, 5, 6, "two words", 0.1}));
+}
+
+TEST(ArgumentTest, syntaxRefusesFlagsThatThePlatformRefuses)
+{
+    MSyntax syntax = exampleSyntax();
+    EXPECT_FALSE(syntax.addFlag("-size", "-big"));
+    EXPECT_FALSE(syntax.addFlag("-s", "-scale"));
+    EXPECT_FALSE(syntax.makeFlagMultiUse("-none"));
+    // Copies are deep.
+    MSyntax copy(syntax);
+    EXPECT_TRUE(copy.addFlag("-n", "-name", MSyntax::kString));
+    EXPECT_TRUE(syntax.addFlag("-n", "-name", MSyntax::kString));
+}
+
+TEST(ArgumentTest, aHandleOnTheOwnSyntaxAddsToIt)
+{
+    const auto own = std::make_shared<host::Syntax>();
+    MSyntax handle = host::Api::wrap(own);
+    handle.addFlag("-s", "-size", MSyntax::kDouble);
+    EXPECT_EQ(1U, own->flags.size());
+    MSyntax copy(handle);
+    copy.addFlag("-c", "-count", MSyntax::kLong);
+    EXPECT_EQ(1U, own->flags.size());
+}
+
+TEST(ArgumentTest, flagsAreFoundByEitherNameAndKeepTheirTypes)
+{
+    MStatus status;
+    const MArgParser parser(
+        exampleSyntax(),
+        listOf({"-e", "-s", "2.5", "-move", 1, -2, "-t", "-odd", "-tag", "b", "-lock", "off", "-c", -3}),
+        &status);
+    ASSERT_TRUE(status);
+    EXPECT_TRUE(parser.isEdit());
+    EXPECT_DOUBLE_EQ(2.5, parser.flagArgumentDouble("-size", 0));
+    EXPECT_DOUBLE_EQ(-2.0, parser.flagArgumentDouble("m", 1));
+    EXPECT_EQ(2U, parser.numberOfFlagUses("-t"));
+    MArgList second;
+    ASSERT_TRUE(parser.getFlagArgumentList("-tag", 1, second));
+    EXPECT_STREQ("b", second.asString(0).asChar());
+    bool locked = true;
+    EXPECT_TRUE(parser.getFlagArgument("-l", 0, locked));
+    EXPECT_FALSE(locked);
+    // A negative number reaches the command, which judges it.
+    EXPECT_EQ(-3, parser.flagArgumentInt("-count", 0));
+    EXPECT_FALSE(parser.isFlagSet("-nothing", &status));
+    EXPECT_EQ(MStatus::kInvalidParameter, status.statusCode());
+}
+
+TEST(ArgumentTest, flagsOfAQueryTakeNoArgumentsAndEditWins)
+{
+    MStatus status;
+    const MArgParser query(exampleSyntax(), listOf({"-size", "-move", "-q"}), &status);
+    ASSERT_TRUE(status);
+    EXPECT_TRUE(query.isQuery());
+    EXPECT_TRUE(query.isFlagSet("-size") && query.isFlagSet("-m"));
+    double size = 7.0;
+    EXPECT_FALSE(query.getFlagArgument("-size", 0, size));
+    EXPECT_DOUBLE_EQ(7.0, size);
+
+    const MArgParser both(exampleSyntax(), listOf({"-q", "-edit", "-size", 3}), &status);
+    EXPECT_TRUE(both.isEdit() && !both.isQuery());
+}
+
+TEST(ArgumentTest, whatDoesNotFitIsAnErrorThatNamesCommandAndFlag)
+{
+    const struct {
+        std::vector<Value> arguments;
+        const char* error;
+    } cases[] = {
+        {{"-x", 1}, "brush: Invalid flag '-x'."},
+        {{"-size"}, "brush: No argument for flag '-size'. Expected float."},
+        {{"-s", "big"}, "brush: Invalid argument for flag '-size'. Expected float, got big."},
+        {{"-move", 1, "-s"}, "brush: Invalid argument for flag '-move'. Expected float, got -s."},
+        {{"-lock", "maybe"}, "brush: Invalid argument for flag '-lock'. Expected boolean, got maybe."},
+        {{"-size", 1, "extra"}, "brush: Too many arguments: 'extra'."},
+    };
+    const MSyntax syntax = exampleSyntax();
+    for (const auto& example : cases) {
+        try {
+            host::parseArguments(host::Api::syntax(syntax), {example.arguments}, "brush");
+            ADD_FAILURE() << "no error: " << example.error;
+        } catch (const host::Error& error) {
+            EXPECT_STREQ(example.error, error.what());
+        }
+    }
+    const MSyntax plain;
+    EXPECT_THROW(host::parseArguments(host::Api::syntax(plain), {{"-q"}}, "brush"), host::Error);
+}
+
+TEST(ArgumentTest, argumentsComeBeforeObjects)
+{
+    MSyntax syntax;
+    syntax.addArg(MSyntax::kLong);
+    syntax.setObjectType(MSyntax::kStringObjects, 1, 2);
+    const auto parsed = host::parseArguments(host::Api::syntax(syntax), {{3, "a", "b"}}, "brush");
+    EXPECT_EQ(1U, parsed->arguments.size());
+    EXPECT_EQ((std::vector<std::string>{"a", "b"}), parsed->objects);
+    EXPECT_THROW(host::parseArguments(host::Api::syntax(syntax), {{3}}, "brush"), host::Error);
+    EXPECT_THROW(host::parseArguments(host::Api::syntax(syntax), {{"x", "a"}}, "brush"), host::Error);
+    EXPECT_THROW(host::parseArguments(host::Api::syntax(syntax), {{3, "a", "b", "c"}}, "brush"), host::Error);
+}
+
+} // namespace
