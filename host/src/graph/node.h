@@ -13,7 +13,8 @@ namespace host {
 
 class DagNode;
 class Graph;
-class SlotTree; ///< the node's values (graph/slots.h)
+class SlotTree;    ///< the node's values (graph/slots.h)
+struct NodeState; ///< its links, flags and freshness (graph/nodeState.h)
 
 /// A node of the scene. Made, renamed, deleted and connected only by Graph; its values change through Plug
 /// (unrecorded) or Edits (recorded).
@@ -48,6 +49,7 @@ public:
     std::vector<std::pair<std::string, std::string>> aliases;
     bool locked = false;      ///< lockNode: no deleting, renaming, adding of attributes
     bool isDefault = false;   ///< exists in every scene (":initialShadingGroup", "persp"): not deletable
+    bool shared = false;      ///< made by createNode -shared: opening a file makes it once, whoever asks
     bool isIntermediate() const; ///< a DAG object that is only history (intermediateObject)
     /// File statements about this node that the host keeps as text, in file order, without the node name
     /// ("setAttr \".foo\" 3"); written back by the scene writer.
@@ -63,6 +65,7 @@ public:
     bool isDirty(const Attribute& output) const;
 
     SlotTree& slots() const { return *values; }
+    NodeState& state() const { return *bookkeeping; }
 
 protected:
     ~Node() override;
@@ -70,15 +73,17 @@ protected:
 private:
     friend class Graph;
     friend class Plug;
+    void compute(const Attribute& output);
+
     const NodeType& nodeType;
+    std::shared_ptr<const NodeType> typeOwner; ///< a handle may outlive the registry
     Graph& scene;
     std::string nodeName;
     std::string nodeUuid;
     bool inScene = false;
     std::vector<Ref<Attribute>> dynamicRoots;
     std::unique_ptr<SlotTree> values;
-    std::vector<bool> dirtyRoots; ///< by childIndex of the output root; new nodes start dirty
-    bool evaluating = false;      ///< guards against cycles
+    std::unique_ptr<NodeState> bookkeeping;
 };
 
 /// A node with a place in the DAG. Instancing is refused, so a node has one parent and one path.

@@ -52,6 +52,9 @@ struct MeshTopology {
     std::vector<int> faceCounts;            ///< corners per face
     std::vector<int> faceVertices;          ///< all corners, face after face
     std::vector<int> faceEdges;             ///< all corners' edges as in files: e >= 0 forward, -e-1 backward
+    /// What files say about faces besides edges (holes, texture and colour indices: "mu 0 4 0 1 3 2"), kept
+    /// for writing: one text per face, or none at all.
+    std::vector<std::string> faceTexts;
 };
 
 class MeshData final : public Geometry {

@@ -71,11 +71,10 @@ struct Reading {
     const char* type;
     DataRef (*read)(MaCursor&);
 };
-constexpr Reading kReadings[] = {{"componentList", readComponents}, {"Int32Array", readInts},
-                                 {"doubleArray", readDoubles},      {"stringArray", readStrings},
-                                 {"pointArray", readPoints},        {"vectorArray", readVectors},
-                                 {"nurbsCurve", readCurve},         {"nurbsSurface", readSurface},
-                                 {"lattice", readLattice}};
+constexpr Reading kReadings[] = {
+    {"componentList", readComponents}, {"Int32Array", readInts},      {"doubleArray", readDoubles},
+    {"stringArray", readStrings},      {"pointArray", readPoints},    {"vectorArray", readVectors},
+    {"nurbsCurve", readCurve},         {"nurbsSurface", readSurface}, {"lattice", readLattice}};
 
 template <class Values, class AppendOne>
 void appendCounted(std::string& out, const Values& values, AppendOne appendOne)
@@ -157,17 +156,17 @@ void appendData(std::string& out, const Data& data)
 {
     out += " -type \"" + std::string(data.typeName()) + "\"";
     if (const auto* components = as<ComponentListData>(data)) {
-        appendCounted(out, components->components, [](WordLines& lines, const std::string& text) {
-            lines.add(maQuoted(text));
-        });
+        appendCounted(out, components->components,
+                      [](WordLines& lines, const std::string& text) { lines.add(maQuoted(text)); });
     } else if (const auto* ints = as<IntArrayData>(data)) {
-        appendCounted(out, ints->values, [](WordLines& lines, int value) { lines.add(std::to_string(value)); });
+        appendCounted(out, ints->values,
+                      [](WordLines& lines, int value) { lines.add(std::to_string(value)); });
     } else if (const auto* doubles = as<DoubleArrayData>(data)) {
-        appendCounted(out, doubles->values, [](WordLines& lines, double value) { lines.add(maNumber(value)); });
+        appendCounted(out, doubles->values,
+                      [](WordLines& lines, double value) { lines.add(maNumber(value)); });
     } else if (const auto* strings = as<StringArrayData>(data)) {
-        appendCounted(out, strings->values, [](WordLines& lines, const std::string& text) {
-            lines.add(maQuoted(text));
-        });
+        appendCounted(out, strings->values,
+                      [](WordLines& lines, const std::string& text) { lines.add(maQuoted(text)); });
     } else if (const auto* points = as<PointArrayData>(data)) {
         appendCounted(out, points->values, [](WordLines& lines, const std::array<double, 4>& point) {
             for (const double coordinate : point)

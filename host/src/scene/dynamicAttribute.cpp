@@ -104,9 +104,9 @@ void setType(Attribute& attribute, const AttributeRequest& request)
     if (!request.dataTypes.empty()) {
         const std::string& type = request.dataTypes.front();
         attribute.dataType = type;
-        attribute.type = type == "string"                            ? AttributeType::kString
-                         : type == "matrix" || type == "fltMatrix"   ? AttributeType::kMatrix
-                                                                     : AttributeType::kData;
+        attribute.type = type == "string"                          ? AttributeType::kString
+                         : type == "matrix" || type == "fltMatrix" ? AttributeType::kMatrix
+                                                                   : AttributeType::kData;
         return;
     }
     const TypeName* type = findType(request.attributeType);
@@ -115,9 +115,8 @@ void setType(Attribute& attribute, const AttributeRequest& request)
                     request.attributeType + "\".");
     attribute.type = type->type;
     // Which spelling was used matters where several mean the same to the host.
-    const bool first = std::find_if(std::begin(kTypes), std::end(kTypes), [&](const TypeName& other) {
-                           return other.type == type->type;
-                       }) == type;
+    const bool first = std::find_if(std::begin(kTypes), std::end(kTypes),
+                                    [&](const TypeName& other) { return other.type == type->type; }) == type;
     if (!first)
         attribute.dataType = type->name;
 }
@@ -139,7 +138,10 @@ std::string typeFlag(const Attribute& attribute)
 
 } // namespace
 
-bool isKnownAttributeType(const std::string& attributeType) { return findType(attributeType) != nullptr; }
+bool isKnownAttributeType(const std::string& attributeType)
+{
+    return findType(attributeType) != nullptr;
+}
 
 Ref<Attribute> makeAttribute(const AttributeRequest& request)
 {
@@ -178,7 +180,7 @@ std::string addAttrText(const Attribute& attribute)
     add(flags.hidden, "-h true");
     add(flags.usedAsColor, "-uac");
     add(flags.usedAsFilename, "-uaf");
-    add(flags.proxy, "-pxy");
+    add(flags.proxy, "-uap");
     add(flags.array, "-m");
     add(!flags.indexMatters, "-im false");
     text += " -sn " + maQuoted(attribute.shortName) + " -ln " + maQuoted(attribute.longName);

@@ -29,7 +29,10 @@ PointsRef readPoints(MaCursor& words, int dimension, bool rational, std::vector<
     return points;
 }
 
-int readInt(MaCursor& words) { return static_cast<int>(words.integer()); }
+int readInt(MaCursor& words)
+{
+    return static_cast<int>(words.integer());
+}
 
 void appendInts(std::string& out, std::initializer_list<int> values)
 {
@@ -59,7 +62,10 @@ void appendPoints(std::string& out, const Geometry& geometry, int dimension,
     out += "\n\t\t";
 }
 
-const char* yesNo(bool value) { return value ? "yes" : "no"; }
+const char* yesNo(bool value)
+{
+    return value ? "yes" : "no";
+}
 
 void append(std::string& out, const CurveData& curve)
 {
@@ -104,7 +110,8 @@ DataRef readCurve(MaCursor& words)
         words.fail("a curve has one to three dimensions");
     curve->knots = readKnots(words);
     curve->pointsRef = readPoints(words, curve->dimension, curve->rational, curve->weights);
-    if (curve->degree < 1 || curve->knots.size() + 1 != curve->count() + static_cast<std::size_t>(curve->degree))
+    if (curve->degree < 1 ||
+        curve->knots.size() + 1 != curve->count() + static_cast<std::size_t>(curve->degree))
         words.fail("the knots of the curve do not fit its degree and CVs");
     return curve;
 }
@@ -135,7 +142,7 @@ DataRef readSurface(MaCursor& words)
     while (trimmed && !words.atEnd()) {
         const MaWord& word = words.next();
         surface->trimText.push_back(word.kind == MaWord::Kind::kString ? maQuoted(word.text)
-                                                                        : std::string(word.text));
+                                                                       : std::string(word.text));
     }
     return surface;
 }

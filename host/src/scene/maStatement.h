@@ -26,7 +26,7 @@ struct MaWord {
 
 /// One statement of a file, up to its semicolon. Everything in it is valid until the next one is read.
 struct MaStatement {
-    std::string_view raw; ///< from the command to the last word, as it stands in the file
+    std::string_view raw;      ///< from the command to the last word, as it stands in the file
     std::vector<MaWord> words; ///< the command first
     int line = 0;              ///< where the command stands
 
@@ -38,8 +38,7 @@ class MaCursor {
 public:
     MaCursor(const MaStatement& statement, std::string_view fileName, std::size_t first = 1)
         : source(&statement), file(fileName), position(first)
-    {
-    }
+    {}
 
     bool atEnd() const { return position >= source->words.size(); }
     std::size_t left() const { return source->words.size() - position; }

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
 #include <limits>
 
 namespace host {
@@ -21,8 +22,8 @@ std::string shortest(Number value)
     char digits[400];
     const double size = std::fabs(static_cast<double>(value));
     // Scientific notation is shorter for round thousands, but nobody writes a thousand like that.
-    const auto format = size == 0.0 || (size >= 1e-4 && size < 1e16) ? std::chars_format::fixed
-                                                                      : std::chars_format::general;
+    const auto format =
+        size == 0.0 || (size >= 1e-4 && size < 1e16) ? std::chars_format::fixed : std::chars_format::general;
     const auto end = std::to_chars(digits, digits + sizeof digits, value, format).ptr;
     return {digits, end};
 }
@@ -54,9 +55,36 @@ void appendEscaped(std::string& out, std::string_view text)
 
 } // namespace
 
-std::string maNumber(double value) { return shortest(value); }
+std::string maNumber(double value)
+{
+    return shortest(value);
+}
 
-std::string maNumber(float value) { return shortest(value); }
+std::string maNumber(float value)
+{
+    return shortest(value);
+}
+
+std::string maNumberInUnit(double value, double unitSize)
+{
+    if (unitSize == 1.0)
+        return maNumber(value);
+    // Not every value is some number of units: the second time goes to the nearest one that is.
+    for (int attempt = 0; attempt < 2; ++attempt, value = value / unitSize * unitSize) {
+        const double guess = value / unitSize;
+        constexpr double kFar = std::numeric_limits<double>::infinity();
+        for (const double inUnit : {guess, std::nextafter(guess, -kFar), std::nextafter(guess, kFar)}) {
+            for (int digits = 6; inUnit * unitSize == value && digits <= 17; ++digits) {
+                char text[40];
+                std::snprintf(text, sizeof text, "%.*g", digits, inUnit);
+                double read = 0.0;
+                if (maParseNumber(text, read) && read * unitSize == value)
+                    return maNumber(read);
+            }
+        }
+    }
+    return maNumber(value / unitSize);
+}
 
 std::string maQuoted(std::string_view text)
 {

@@ -11,7 +11,10 @@ namespace {
 
 constexpr std::size_t kChunk = std::size_t{1} << 20;
 
-bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v'; }
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v';
+}
 
 bool endsBareWord(char c)
 {
@@ -34,10 +37,8 @@ char unescaped(char c)
 
 } // namespace
 
-MaTokenizer::MaTokenizer(std::istream& input, std::string fileName)
-    : stream(input), file(std::move(fileName))
-{
-}
+MaTokenizer::MaTokenizer(std::istream& input, std::string fileName) : stream(input), file(std::move(fileName))
+{}
 
 void MaTokenizer::fail(int atLine, const std::string& message) const
 {
@@ -198,9 +199,7 @@ std::size_t MaTokenizer::readWord(MaStatement& statement, std::size_t at, std::s
         word.kind = MaWord::Kind::kString;
         at = readString(at, word);
     } else if (c == '{' || c == '}' || c == ',') {
-        word.kind = c == '{'   ? MaWord::Kind::kOpen
-                    : c == '}' ? MaWord::Kind::kClose
-                               : MaWord::Kind::kComma;
+        word.kind = c == '{' ? MaWord::Kind::kOpen : c == '}' ? MaWord::Kind::kClose : MaWord::Kind::kComma;
         word.text = std::string_view(buffer).substr(at, 1);
         ++at;
     } else {

@@ -42,11 +42,11 @@ private:
 
     std::istream& stream;
     std::string file;
-    std::string buffer;      ///< what has been read and not used up
-    std::size_t used = 0;    ///< everything in front of it in the buffer is used up
-    int line = 1;            ///< of buffer[used]
-    int wordLine = 1;        ///< while splitting
-    bool started = false;    ///< a statement has been met
+    std::string buffer;            ///< what has been read and not used up
+    std::size_t used = 0;          ///< everything in front of it in the buffer is used up
+    int line = 1;                  ///< of buffer[used]
+    int wordLine = 1;              ///< while splitting
+    bool started = false;          ///< a statement has been met
     std::deque<std::string> texts; ///< unescaped texts of the statement at hand
     std::vector<std::string> head;
     std::string last;

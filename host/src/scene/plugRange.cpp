@@ -10,9 +10,9 @@ namespace host {
 
 namespace {
 
-constexpr const char* kPerInstance[] = {"worldMatrix",   "worldInverseMatrix", "parentMatrix",
-                                        "parentInverseMatrix", "instObjGroups", "worldMesh",
-                                        "worldSpace",    "worldLattice"};
+constexpr const char* kPerInstance[] = {"worldMatrix",         "worldInverseMatrix", "parentMatrix",
+                                        "parentInverseMatrix", "instObjGroups",      "worldMesh",
+                                        "worldSpace",          "worldLattice"};
 
 const Attribute* below(const Attribute& attribute, std::string_view name)
 {

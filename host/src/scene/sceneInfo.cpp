@@ -12,8 +12,8 @@ struct Unit {
     double size;
 };
 
-constexpr Unit kLinear[] = {{"centimeter", "cm", 1.0}, {"millimeter", "mm", 0.1},  {"meter", "m", 100.0},
-                            {"kilometer", "km", 1e5},  {"inch", "in", 2.54},       {"foot", "ft", 30.48},
+constexpr Unit kLinear[] = {{"centimeter", "cm", 1.0}, {"millimeter", "mm", 0.1}, {"meter", "m", 100.0},
+                            {"kilometer", "km", 1e5},  {"inch", "in", 2.54},      {"foot", "ft", 30.48},
                             {"yard", "yd", 91.44},     {"mile", "mi", 160934.4}};
 constexpr Unit kAngular[] = {{"degree", "deg", 1.0},
                              {"radian", "rad", 57.29577951308232},
@@ -35,9 +35,15 @@ bool choose(const Unit (&units)[count], const std::string& name, std::string& ch
 
 } // namespace
 
-bool SceneUnits::setLinear(const std::string& name) { return choose(kLinear, name, linear, centimetres); }
+bool SceneUnits::setLinear(const std::string& name)
+{
+    return choose(kLinear, name, linear, centimetres);
+}
 
-bool SceneUnits::setAngle(const std::string& name) { return choose(kAngular, name, angle, degrees); }
+bool SceneUnits::setAngle(const std::string& name)
+{
+    return choose(kAngular, name, angle, degrees);
+}
 
 void SceneInfo::setFileInfo(const std::string& key, const std::string& value)
 {

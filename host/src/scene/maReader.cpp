@@ -1,0 +1,145 @@
+#include "scene/maReader.h"
+
+#include "scene/meshText.h"
+#include "types/error.h"
+
+#include <algorithm>
+
+namespace host {
+
+MaReader::MaReader(Graph& target, SceneInfo& sceneInfo, std::istream& input, const std::string& fileName,
+                   MaReadOptions readOptions)
+    : graph(target), info(readOptions.import ? own : sceneInfo), tokens(input, fileName), file(fileName),
+      options(std::move(readOptions))
+{}
+
+MaReader::~MaReader() = default;
+
+void MaReader::read()
+{
+    MaStatement words;
+    bool first = true;
+    while (tokens.next(words)) {
+        if (first)
+            readHead();
+        first = false;
+        try {
+            statement(words);
+        } catch (const Error& error) {
+            const std::string text = error.what();
+            if (text.compare(0, file.size() + 7, file + ": line ") == 0)
+                throw;
+            throw Error(file + ": line " + std::to_string(words.line) + ": " + text);
+        }
+    }
+    if (first)
+        readHead();
+    finish();
+}
+
+/// Every Maya ASCII file begins with "//Maya"; the head also tells the version and the character set.
+void MaReader::readHead()
+{
+    const std::vector<std::string>& head = tokens.headComments();
+    if (head.empty() || head.front().compare(0, 6, "//Maya") != 0)
+        throw Error(file + ": line 1: this is no Maya ASCII file (it does not begin with //Maya)");
+    const std::string begin = "//Maya ASCII ", end = " scene";
+    const std::string& title = head.front();
+    if (title.compare(0, begin.size(), begin) == 0 && title.size() > begin.size() + end.size())
+        info.version = title.substr(begin.size(), title.find(' ', begin.size()) - begin.size());
+    info.codeset.clear();
+    for (const std::string& line : head) {
+        if (line.compare(0, 10, "//Codeset:") == 0 && line.size() > 11)
+            info.codeset = line.substr(11);
+    }
+}
+
+void MaReader::statement(const MaStatement& words)
+{
+    struct Handler {
+        std::string_view command;
+        void (MaReader::*read)(const MaStatement&);
+    };
+    static constexpr Handler kHandlers[] = {
+        {"setAttr", &MaReader::setAttr},        {"connectAttr", &MaReader::connectAttr},
+        {"createNode", &MaReader::createNode},  {"rename", &MaReader::renameNode},
+        {"addAttr", &MaReader::addAttr},        {"select", &MaReader::select},
+        {"parent", &MaReader::parentNode},      {"disconnectAttr", &MaReader::disconnectAttr},
+        {"lockNode", &MaReader::lockNode},      {"requires", &MaReader::requires_},
+        {"fileInfo", &MaReader::fileInfoEntry}, {"currentUnit", &MaReader::currentUnit},
+        {"file", &MaReader::fileReference}};
+    for (const Handler& handler : kHandlers) {
+        if (words.command() == handler.command)
+            return (this->*handler.read)(words);
+    }
+    keep(words);
+}
+
+/// A statement that the host does not interpret, for writing back about where it stood.
+void MaReader::keep(const MaStatement& words)
+{
+    std::vector<std::string>& kept = linksBegun ? info.keptTail : nodesBegun ? info.keptBody : info.keptHead;
+    kept.emplace_back(words.raw);
+}
+
+void MaReader::fileReference(const MaStatement& words)
+{
+    const std::string path(words.words.back().text);
+    const std::string note = "the reference to \"" + path + "\" is kept but not loaded";
+    if (std::find(notes.begin(), notes.end(), note) == notes.end())
+        notes.push_back(note);
+    keep(words);
+}
+
+void MaReader::requires_(const MaStatement& words)
+{
+    if (words.words.size() == 3 && words.words[1].text == "maya")
+        info.version = std::string(words.words[2].text);
+    else
+        info.requirements.emplace_back(words.raw);
+}
+
+void MaReader::currentUnit(const MaStatement& words)
+{
+    for (MaCursor cursor(words, file); !cursor.atEnd();) {
+        const std::string flag = cursor.text();
+        const bool linear = flag == "-l" || flag == "-linear";
+        const bool angle = flag == "-a" || flag == "-angle";
+        if (!linear && !angle && flag != "-t" && flag != "-time")
+            cursor.fail("currentUnit has no flag \"" + flag + "\"");
+        const std::string unit = cursor.text();
+        if (!linear && !angle)
+            info.units.time = unit;
+        else if (!(linear ? info.units.setLinear(unit) : info.units.setAngle(unit)))
+            cursor.fail("\"" + unit + "\" is no unit of " + (linear ? "length" : "angle"));
+    }
+}
+
+void MaReader::fileInfoEntry(const MaStatement& words)
+{
+    MaCursor cursor(words, file);
+    const std::string key = cursor.text();
+    info.setFileInfo(key, cursor.text());
+    cursor.expectEnd();
+}
+
+/// Locks come last: they would refuse values and connections of this very file.
+void MaReader::finish()
+{
+    enter(nullptr, Context::kNone);
+    for (const auto& [plug, locked] : locks)
+        plug.setLocked(locked);
+    for (const auto& [node, locked] : nodeLocks)
+        node->locked = locked;
+    if (unresolved > 0)
+        notes.push_back(
+            std::to_string(unresolved) +
+            " statements name what is not in the scene and are kept as text; the first: " + firstUnresolved);
+    const auto named = [](const std::string& line) { return line.compare(0, 7, "//Name:") == 0; };
+    const std::vector<std::string>& head = tokens.headComments();
+    // Files of Maya end in such a line; hand-written ones need not.
+    if (std::any_of(head.begin(), head.end(), named) && tokens.lastComment().compare(0, 9, "// End of") != 0)
+        notes.push_back("the line \"// End of ...\" is missing at the end: the file may be cut off");
+}
+
+} // namespace host
