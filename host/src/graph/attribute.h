@@ -57,6 +57,8 @@ public:
         bool weightRows = false;
     };
 
+    Attribute() = default;
+
     std::string longName;
     std::string shortName;
     std::string niceName;                ///< empty unless given
@@ -88,8 +90,17 @@ public:
     bool hasFn(MFn::Type fnType) const override;
 
     /// Makes depth and child indices right in the whole tree below; called once when a root is registered.
+    /// Throws host::Error when the tree is deeper than a plug can address.
     void settle();
+
+protected:
+    /// Children that a handle keeps alive become roots of their own.
+    ~Attribute() override;
 };
+
+/// A value as an attribute of that type holds it: floats rounded to float, booleans 0 or 1, integers rounded
+/// to the nearest and kept within their range.
+double narrowed(AttributeType type, double value);
 
 /// The usual way to build attributes in node types: spec("input", "ip").compound().array().add(spec(...)).
 /// Each call returns the builder; take() hands out the finished tree.

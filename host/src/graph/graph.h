@@ -11,6 +11,8 @@
 namespace host {
 
 class Session;
+class StoredValue;
+struct Link;
 
 /// All nodes of a scene, their names, connections and DAG order. Raw operations: they take effect at once
 /// and are not recorded; undo/edits.h wraps them. Everything throws host::Error and then has changed nothing.
@@ -31,6 +33,9 @@ public:
     /// is needed to bring it all back (see Removal).
     struct Connection {
         Plug source, destination;
+        std::uint64_t order = 0; ///< place among all connections; 0 = made anew when it is connected
+        std::shared_ptr<const StoredValue> before =
+            nullptr; ///< what the destination held before it was connected
     };
     struct Removal {
         struct Entry {
@@ -46,7 +51,14 @@ public:
     void rename(Node& node, const std::string& name); ///< the final name may carry a number
     void setUuid(Node& node, const std::string& uuid);
     const std::vector<Ref<Node>>& nodes() const { return all; } ///< in creation order
-    void clear();                                              ///< empties the scene (file -new), defaults stay out
+    void clear(); ///< empties the scene (file -new), defaults stay out
+
+    /// The whole scene taken out, to be put back as it was: the same objects in the same order. Its nodes
+    /// are not alive meanwhile. No observer is told.
+    struct Contents;
+    std::unique_ptr<Contents> takeContents();
+    /// Drops what is in the scene now.
+    void putContents(std::unique_ptr<Contents> contents);
 
     // --- namespaces, as prefixes of names ("a:b:node"); nodes may be made in one that does not exist yet
     std::vector<std::string> namespaces() const;
@@ -54,6 +66,8 @@ public:
     // --- look-up
     /// By unique name, partial or full DAG path, uuid; null when missing; throws when ambiguous.
     Node* find(const std::string& nameOrPath) const;
+    /// All nodes that a name or path without wild cards fits.
+    std::vector<Node*> findAll(const std::string& nameOrPath) const;
     Node& get(const std::string& nameOrPath) const; ///< throws `No object matches name: x`
     /// All matches of a pattern with * and ?, in creation order; plain names match in the root namespace
     /// (or in any when `anyNamespace`). DAG paths with wild cards are matched part by part.
@@ -64,6 +78,10 @@ public:
     // --- connections (one source per destination)
     void connect(const Plug& source, const Plug& destination, bool force = false);
     void disconnect(const Plug& source, const Plug& destination);
+    /// Brings a connection back with its place in the order; what fed the destination in between is cut.
+    void reconnect(const Connection& connection);
+    /// The connection into exactly this plug; a null destination when there is none.
+    Connection connectionInto(const Plug& destination) const;
     /// The lowest logical index of an array from which on nothing exists (connectAttr -nextAvailable).
     std::uint32_t nextAvailable(const Plug& array) const;
     /// Connections into / out of the node, in the order they were made.
@@ -82,11 +100,14 @@ public:
     void addAttribute(Node& node, Ref<Attribute> root);
     void removeAttribute(Node& node, const Attribute& root);
     /// An attribute that only a file named: kept as text, connectable. `path` is the text after the dot.
+    /// "name[3]" makes an array attribute; a longer path becomes one attribute with the path as its name.
     Plug keepAttribute(Node& node, const std::string& path);
 
     // --- change
     /// Marks all outputs that depend on the plug dirty, here and along connections and the DAG.
     void dirty(const Plug& plug);
+    /// Warns, once per attribute, that a value depends on itself; the reader goes on with the old value.
+    void reportCycle(const Plug& plug);
     /// Counts every change of the scene; caches compare it.
     std::uint64_t changeCount() const { return changes; }
     void touchChange() { ++changes; }
@@ -96,12 +117,42 @@ public:
     std::vector<std::function<void(Node&, bool added)>> observers;
 
 private:
-    struct Links;
+    struct Parts;
+    friend class Node;
+    friend class DagNode;
+
+    Ref<Node> make(const NodeType& type);
+    void enter(Node& node, DagNode* parent, std::size_t position);
+    void leave(Node& node);
+    void attach(DagNode& node, DagNode* parent, std::size_t position);
+    void detach(DagNode& node);
+    std::size_t positionOf(const DagNode& node) const;
+    void setName(Node& node, const std::string& name);
+    std::string freeName(const std::string& wish, const Node& node, const DagNode* parent,
+                         bool anywhere) const;
+    bool isTaken(const std::string& name, const Node& node, const DagNode* parent, bool anywhere) const;
+    std::string newUuid();
+    void tell(Node& node, bool added);
+    void dirtyPlace(Node& node);
+    DagNode& ownTransform(const NodeType& shape, const std::string& shapeName);
+
+    Connection describe(const Link& link) const;
+    std::vector<Link*> linksBelow(const Plug& plug) const;
+    void requireConnectable(const Plug& source, const Plug& destination) const;
+    void add(Connection connection);
+    void cut(Link& link, bool keepValue);
+    void arrive(const Plug& destination);
+    void passOn(Node& node, const Attribute& root, const Plug* changed);
+    void markAffected(Node& node, const Attribute& root);
+    Ref<Attribute> keptAttribute(const std::string& name) const;
+    void mark(Node& node, const Attribute& output);
+    void propagate();
+
     Session& owner;
     NodeTypeRegistry registry;
     std::vector<Ref<Node>> all;
     std::vector<Ref<DagNode>> worldChildren;
-    std::unique_ptr<Links> links;
+    std::unique_ptr<Parts> parts;
     std::uint64_t changes = 0;
 };
 

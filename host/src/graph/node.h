@@ -13,7 +13,7 @@ namespace host {
 
 class DagNode;
 class Graph;
-class SlotTree;    ///< the node's values (graph/slots.h)
+class SlotTree;   ///< the node's values (graph/slots.h)
 struct NodeState; ///< its links, flags and freshness (graph/nodeState.h)
 
 /// A node of the scene. Made, renamed, deleted and connected only by Graph; its values change through Plug
@@ -47,9 +47,9 @@ public:
 
     /// Aliases in the order they were made: alias and attribute path ("weight[3]").
     std::vector<std::pair<std::string, std::string>> aliases;
-    bool locked = false;      ///< lockNode: no deleting, renaming, adding of attributes
-    bool isDefault = false;   ///< exists in every scene (":initialShadingGroup", "persp"): not deletable
-    bool shared = false;      ///< made by createNode -shared: opening a file makes it once, whoever asks
+    bool locked = false;         ///< lockNode: no deleting, renaming, adding of attributes
+    bool isDefault = false;      ///< exists in every scene (":initialShadingGroup", "persp"): not deletable
+    bool shared = false;         ///< made by createNode -shared: opening a file makes it once, whoever asks
     bool isIntermediate() const; ///< a DAG object that is only history (intermediateObject)
     /// File statements about this node that the host keeps as text, in file order, without the node name
     /// ("setAttr \".foo\" 3"); written back by the scene writer.

@@ -14,7 +14,7 @@ class Node;
 
 /// What all nodes of one type share: name, inheritance, attributes, what affects what, and the function
 /// that computes. Built once by nodes/, owned by the registry, immutable afterwards.
-class NodeType {
+class NodeType : public std::enable_shared_from_this<NodeType> {
 public:
     /// Computes one output attribute (a root attribute flagged output) of the node, all its elements, and
     /// stores the result in the node's slots with Node::store...(). Throws host::Error on bad input.
@@ -26,9 +26,9 @@ public:
     const NodeType* base = nullptr; ///< attributes and function types are inherited
     MFn::Type apiType = MFn::kPluginDependNode;
     std::vector<MFn::Type> functionTypes; ///< own additions; base types' are asked too
-    bool dag = false;   ///< lives in the DAG
-    bool shape = false; ///< a DAG leaf with geometry or a camera, lives under a transform
-    bool known = true;  ///< false: not evaluated, only kept (attributes are added as a file names them)
+    bool dag = false;                     ///< lives in the DAG
+    bool shape = false;                   ///< a DAG leaf with geometry or a camera, lives under a transform
+    bool known = true;       ///< false: not evaluated, only kept (attributes are added as a file names them)
     std::string defaultName; ///< base of automatic names; the type name when empty
     Compute compute = nullptr;
     Initialise initialise = nullptr;
@@ -40,6 +40,8 @@ public:
     /// that is dirtied when its parent's dagOutput is ("worldMatrix", too; others by affects).
     const Attribute* dagOutput = nullptr;
 
+    /// The outputs to compute again after a change of the root attribute of that childIndex.
+    const std::vector<const Attribute*>& affectedBy(unsigned rootIndex) const;
     /// Any attribute, at any depth, by long or short name; null when there is none.
     const Attribute* find(const std::string& longOrShortName) const;
     bool hasFn(MFn::Type type) const;
@@ -51,8 +53,13 @@ public:
     void affectAll(const std::vector<std::string>& inputs, const std::vector<std::string>& outputs);
 
 private:
-    std::unordered_map<std::string, const Attribute*> byName;
+    friend class NodeTypeRegistry;
+    void derive(const NodeType& from);
     void index(const Attribute& attribute);
+
+    std::shared_ptr<const NodeType> baseOwner; ///< handles may keep a type longer than its registry
+    std::unordered_map<std::string, const Attribute*> byName;
+    std::vector<std::vector<const Attribute*>> affectsByRoot;
 };
 
 class NodeTypeRegistry {
@@ -69,7 +76,7 @@ public:
     std::vector<std::string> names() const;
 
 private:
-    std::map<std::string, std::unique_ptr<NodeType>> types;
+    std::map<std::string, std::shared_ptr<NodeType>> types;
 };
 
 } // namespace host

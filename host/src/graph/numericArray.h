@@ -14,8 +14,7 @@ namespace host {
 class NumericArray {
 public:
     NumericArray(double defaultValue, bool singlePrecision) : fallback(defaultValue), single(singlePrecision)
-    {
-    }
+    {}
 
     double get(std::uint32_t logical) const;
     bool has(std::uint32_t logical) const;

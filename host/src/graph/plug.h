@@ -21,6 +21,8 @@ class Plug {
 public:
     static constexpr unsigned kMaxDepth = 6;
     static constexpr std::uint32_t kNoIndex = 0xFFFFFFFFu;
+    /// Some element, not known which: the compound that owns a child whose array above has no index yet.
+    static constexpr std::uint32_t kAnyIndex = 0xFFFFFFFEu;
 
     Plug() = default;
     /// The plug of an attribute with no index chosen. The attribute must belong to the node.
@@ -40,9 +42,9 @@ public:
 
     /// The attribute is an array and this plug has not chosen the element yet.
     bool isArray() const;
-    bool isElement() const;  ///< the attribute is an array and the element is chosen
-    bool isCompound() const; ///< an element of a compound array, or a plain compound
-    bool isChild() const;    ///< the attribute is the child of a compound
+    bool isElement() const;             ///< the attribute is an array and the element is chosen
+    bool isCompound() const;            ///< an element of a compound array, or a plain compound
+    bool isChild() const;               ///< the attribute is the child of a compound
     std::uint32_t logicalIndex() const; ///< of an element
     /// Whether every array on the way down to (excluding own) has an index, so that a value can be reached.
     bool isResolved() const;
@@ -84,7 +86,17 @@ public:
     /// Marks everything that depends on this plug dirty.
     void changed() const;
 
-    bool isLocked() const; ///< itself, an ancestor, or the node
+    // What is stored, whatever is connected and without evaluation: what files are written from.
+    /// A value is stored for the plug or below it, or (arrays) an element exists.
+    bool hasStored() const;
+    double storedNumber() const; ///< the default when nothing is stored
+    std::string storedText() const;
+    Imath::M44d storedMatrix() const;
+    DataRef storedData() const;
+    std::vector<std::uint32_t> storedIndices() const; ///< without elements that are only connected
+
+    /// Itself or an ancestor. A locked node's plugs may still be set.
+    bool isLocked() const;
     void setLocked(bool locked) const;
     /// Plug flags that a file or setAttr may override per plug.
     bool isKeyable() const;
@@ -92,6 +104,8 @@ public:
     void setKeyable(bool keyable) const;
     void setChannelBox(bool shown) const;
 
+    /// Whether this plug is the ancestor itself, or a child or element at any depth below it.
+    bool isBelow(const Plug& ancestor) const;
     /// What feeds this plug; null plug when none. Exactly this plug, not an ancestor or child.
     Plug source() const;
     std::vector<Plug> destinations() const;
@@ -108,6 +122,20 @@ public:
     friend bool operator!=(const Plug& a, const Plug& b) { return !(a == b); }
 
 private:
+    friend class Graph;
+    friend class Node;
+    [[noreturn]] void fail(const std::string& why) const;
+    Node& alive() const; ///< throws for a null plug or a deleted node
+    void requireNumber() const;
+    void requireType(AttributeType type, const char* word) const;
+    void requireWritable() const;
+    void storeNumber(double value) const;
+    void store(const Imath::M44d& value) const;
+    void store(DataRef value) const;
+    Plug ancestor() const;             ///< the array or compound that owns this plug; null for a root
+    bool feeding(Plug& source) const;  ///< the plug whose value this one has, directly or through an ancestor
+    bool readable(Plug& source) const; ///< the same; if nothing feeds it, an output is brought up to date
+
     Ref<Node> owner;
     Ref<const Attribute> rootOwner; ///< keeps the attribute's tree alive
     const Attribute* definition = nullptr;

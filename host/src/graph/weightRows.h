@@ -22,6 +22,10 @@ public:
         const Entry* end;
     };
 
+    WeightRows() = default;
+    WeightRows(const WeightRows& other);
+    WeightRows& operator=(const WeightRows&) = delete;
+
     double get(std::uint32_t row, std::uint32_t column) const;
     bool has(std::uint32_t row, std::uint32_t column) const;
     bool hasRow(std::uint32_t row) const;
@@ -42,6 +46,9 @@ private:
         bool exists = false;
         Entry local[kInline] = {};
         std::unique_ptr<Entry[]> heap; ///< used when capacity > kInline
+
+        Entry* entries() { return heap ? heap.get() : local; }
+        const Entry* entries() const { return heap ? heap.get() : local; }
     };
     std::vector<Row> rows;
     std::size_t existing = 0;

@@ -1,0 +1,225 @@
+#include "graph/connectable.h"
+#include "graph/graphParts.h"
+#include "types/error.h"
+
+#include <algorithm>
+
+namespace host {
+
+namespace {
+
+/// Lists of links stay in the order in which the connections were made, also when one comes back.
+void insertInOrder(std::vector<Link*>& links, Link* link)
+{
+    const auto place = std::upper_bound(links.begin(), links.end(), link,
+                                        [](const Link* a, const Link* b) { return a->order < b->order; });
+    links.insert(place, link);
+}
+
+void erase(std::vector<Link*>& links, Link* link)
+{
+    links.erase(std::find(links.begin(), links.end(), link));
+}
+
+/// Gives the plug and what is below it the values that it has by its connection.
+void keepValue(const Plug& plug, Node& node)
+{
+    const Attribute& attribute = *plug.attribute();
+    if (plug.isArray())
+        return;
+    if (attribute.type == AttributeType::kCompound) {
+        for (unsigned position = 0; position < attribute.children.size(); ++position)
+            keepValue(plug.child(position), node);
+    } else if (attribute.isNumber()) {
+        node.storeNumber(plug, plug.number());
+    } else if (attribute.type == AttributeType::kMatrix) {
+        node.storeMatrix(plug, plug.matrix());
+    } else if (attribute.type == AttributeType::kData && attribute.flags.storable) {
+        const Plug source = plug.source();
+        const bool ready = !source.isNull() && (!source.attribute()->root().flags.output ||
+                                                !source.node()->isDirty(*source.attribute()));
+        if (ready)
+            node.storeData(plug, plug.data());
+    }
+}
+
+} // namespace
+
+void Graph::requireConnectable(const Plug& source, const Plug& destination) const
+{
+    source.alive();
+    destination.alive();
+    const auto refuse = [&](const std::string& why) {
+        throw Error("Cannot connect '" + source.name() + "' to '" + destination.name() + "': " + why);
+    };
+    if (source == destination)
+        refuse("they are the same.");
+    if (!source.isResolved() || !destination.isResolved())
+        refuse("an index is missing.");
+    const Attribute& from = *source.attribute();
+    const Attribute& to = *destination.attribute();
+    if (!from.flags.readable || !from.flags.connectable)
+        refuse("the source is not readable.");
+    if (!to.flags.writable || !to.flags.connectable || to.root().flags.output)
+        refuse("the destination is not writable.");
+    if (source.isArray() != destination.isArray())
+        refuse("only one of them is an array.");
+    if (!isConnectable(from, to))
+        refuse("their types do not go together.");
+    if (destination.isLocked())
+        refuse("the destination is locked.");
+}
+
+void Graph::connect(const Plug& source, const Plug& destination, bool force)
+{
+    requireConnectable(source, destination);
+    if (destination.source() == source)
+        return;
+    std::vector<Link*> inTheWay = linksBelow(destination);
+    const auto& byDestination = destination.node()->state().byDestination;
+    for (Plug step = destination.ancestor(); !step.isNull(); step = step.ancestor()) {
+        const auto found = byDestination.find(PlugKey(step));
+        if (found != byDestination.end())
+            inTheWay.push_back(found->second);
+    }
+    if (!inTheWay.empty() && !force)
+        throw Error("'" + inTheWay.front()->destination.name() +
+                    "' already has an incoming connection from '" + inTheWay.front()->source.name() + "'.");
+    for (Link* link : inTheWay)
+        cut(*link, false);
+    add({source, destination});
+}
+
+void Graph::disconnect(const Plug& source, const Plug& destination)
+{
+    source.alive();
+    const auto& byDestination = destination.alive().state().byDestination;
+    const auto found = byDestination.find(PlugKey(destination));
+    if (found == byDestination.end() || found->second->source != source)
+        throw Error("'" + source.name() + "' is not connected to '" + destination.name() + "'.");
+    if (destination.isLocked())
+        throw Error("Cannot disconnect '" + destination.name() + "': it is locked.");
+    cut(*found->second, true);
+}
+
+void Graph::reconnect(const Connection& connection)
+{
+    requireConnectable(connection.source, connection.destination);
+    for (Link* link : linksBelow(connection.destination))
+        cut(*link, false);
+    if (connection.before)
+        connection.before->putBackQuietly();
+    add(connection);
+}
+
+void Graph::add(Connection connection)
+{
+    if (connection.order == 0)
+        connection.order = parts->nextLink++;
+    if (!connection.before && !connection.destination.isArray())
+        connection.before = std::make_shared<StoredValue>(connection.destination);
+    auto owned = std::make_unique<Link>();
+    Link* link = owned.get();
+    *link = Link{connection.source, connection.destination, connection.order, connection.before};
+    parts->links[link->order] = std::move(owned);
+    NodeState& from = link->source.node()->state();
+    NodeState& to = link->destination.node()->state();
+    insertInOrder(from.outputs, link);
+    insertInOrder(to.inputs, link);
+    to.byDestination[PlugKey(link->destination)] = link;
+    ++from.root(link->source.attribute()->root()).fed;
+    ++to.root(link->destination.attribute()->root()).feeding;
+    dirty(link->destination);
+}
+
+void Graph::cut(Link& link, bool keep)
+{
+    const Plug destination = link.destination;
+    try {
+        if (keep)
+            keepValue(destination, *destination.node());
+    } catch (const Error&) {
+        // A source that cannot be computed leaves the destination with the value it had before.
+    }
+    NodeState& from = link.source.node()->state();
+    NodeState& to = destination.node()->state();
+    erase(from.outputs, &link);
+    erase(to.inputs, &link);
+    to.byDestination.erase(PlugKey(destination));
+    --from.root(link.source.attribute()->root()).fed;
+    --to.root(destination.attribute()->root()).feeding;
+    parts->links.erase(link.order);
+    dirty(destination);
+}
+
+Graph::Connection Graph::describe(const Link& link) const
+{
+    return {link.source, link.destination, link.order, link.before};
+}
+
+std::vector<Link*> Graph::linksBelow(const Plug& plug) const
+{
+    std::vector<Link*> result;
+    const NodeState& state = plug.node()->state();
+    const RootState* root = state.findRoot(plug.attribute()->root());
+    if (!root || root->feeding == 0)
+        return result;
+    for (Link* link : state.inputs)
+        if (link->destination.isBelow(plug))
+            result.push_back(link);
+    return result;
+}
+
+Graph::Connection Graph::connectionInto(const Plug& destination) const
+{
+    const auto& links = destination.alive().state().byDestination;
+    const auto found = links.find(PlugKey(destination));
+    return found == links.end() ? Connection() : describe(*found->second);
+}
+
+std::uint32_t Graph::nextAvailable(const Plug& array) const
+{
+    const std::vector<std::uint32_t> indices = array.existingIndices();
+    return indices.empty() ? 0 : indices.back() + 1;
+}
+
+std::vector<Graph::Connection> Graph::inputs(const Node& node) const
+{
+    std::vector<Connection> result;
+    for (const Link* link : node.state().inputs)
+        result.push_back(describe(*link));
+    return result;
+}
+
+std::vector<Graph::Connection> Graph::outputs(const Node& node) const
+{
+    std::vector<Connection> result;
+    for (const Link* link : node.state().outputs)
+        result.push_back(describe(*link));
+    return result;
+}
+
+std::vector<Graph::Connection> Graph::connections() const
+{
+    std::vector<Connection> result;
+    for (const auto& entry : parts->links)
+        result.push_back(describe(*entry.second));
+    return result;
+}
+
+Plug Graph::source(const Plug& destination) const
+{
+    return destination.source();
+}
+
+std::vector<Plug> Graph::destinations(const Plug& source) const
+{
+    return source.destinations();
+}
+
+bool Graph::isFed(const Plug& plug) const
+{
+    return plug.isFed();
+}
+
+} // namespace host

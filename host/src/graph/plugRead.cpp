@@ -1,0 +1,270 @@
+#include "graph/graph.h"
+#include "graph/nodeState.h"
+#include "graph/slots.h"
+#include "types/error.h"
+
+namespace host {
+
+namespace {
+
+constexpr double kDegree = 0.017453292519943295;
+/// A read that comes back to the same attribute this often goes round in a circle.
+constexpr std::uint16_t kMostReads = 64;
+
+/// Between angles and plain numbers the platform's own unit counts, which is the radian.
+double delivered(double value, const Attribute& from, const Attribute& to)
+{
+    const bool fromAngle = from.type == AttributeType::kAngle;
+    const bool toAngle = to.type == AttributeType::kAngle;
+    if (fromAngle && !toAngle)
+        value *= kDegree;
+    else if (toAngle && !fromAngle)
+        value /= kDegree;
+    return narrowed(to.type, value);
+}
+
+/// Counts a read through a connection for as long as it lasts.
+class Reading {
+public:
+    explicit Reading(const Plug& plug) : root(plug.attribute()->root()), state(plug.node()->state())
+    {
+        ++state.root(root).reading;
+    }
+    ~Reading() { --state.root(root).reading; }
+    Reading(const Reading&) = delete;
+    Reading& operator=(const Reading&) = delete;
+    bool circular() const { return state.root(root).reading > kMostReads; }
+
+private:
+    const Attribute& root;
+    NodeState& state;
+};
+
+} // namespace
+
+void Plug::requireNumber() const
+{
+    alive();
+    if (!definition->isNumber() || isArray())
+        fail("has no number.");
+    if (!isResolved())
+        fail("has no value: an index is missing.");
+}
+
+void Plug::requireType(AttributeType type, const char* word) const
+{
+    alive();
+    if (definition->type != type || isArray())
+        fail(std::string("has no ") + word + ".");
+    if (!isResolved())
+        fail("has no value: an index is missing.");
+}
+
+Plug Plug::ancestor() const
+{
+    if (isElement())
+        return array();
+    return isChild() ? parent() : Plug();
+}
+
+bool Plug::feeding(Plug& source) const
+{
+    const NodeState& state = owner->state();
+    const RootState* root = state.findRoot(*rootOwner);
+    if (!root || root->feeding == 0)
+        return false;
+    struct Step {
+        bool element;
+        std::uint32_t position;
+    };
+    Step path[2 * kMaxDepth + 8];
+    unsigned length = 0;
+    Plug step = *this;
+    auto found = state.byDestination.find(PlugKey(step));
+    while (found == state.byDestination.end()) {
+        if (length == sizeof path / sizeof path[0] || (!step.isElement() && !step.isChild()))
+            return false;
+        path[length++] =
+            step.isElement() ? Step{true, step.logicalIndex()} : Step{false, step.attribute()->childIndex};
+        step = step.ancestor();
+        found = state.byDestination.find(PlugKey(step));
+    }
+    source = found->second->source;
+    while (length > 0) {
+        const Step down = path[--length];
+        if (down.element ? !source.isArray() : down.position >= source.attribute()->children.size())
+            return false;
+        source = down.element ? source.element(down.position) : source.child(down.position);
+    }
+    return true;
+}
+
+bool Plug::readable(Plug& source) const
+{
+    if (feeding(source))
+        return true;
+    if (rootOwner->flags.output)
+        owner->evaluate(*rootOwner);
+    return false;
+}
+
+double Plug::number() const
+{
+    requireNumber();
+    Plug source;
+    if (!readable(source) || !source.attribute()->isNumber())
+        return storedNumber();
+    const Reading reading(*this);
+    if (!reading.circular())
+        return delivered(source.number(), *source.attribute(), *definition);
+    owner->graph().reportCycle(*this);
+    return storedNumber();
+}
+
+std::string Plug::text() const
+{
+    alive();
+    Plug source;
+    if (!readable(source) || source.attribute()->type != definition->type)
+        return storedText();
+    const Reading reading(*this);
+    if (!reading.circular())
+        return source.text();
+    owner->graph().reportCycle(*this);
+    return storedText();
+}
+
+Imath::M44d Plug::matrix() const
+{
+    requireType(AttributeType::kMatrix, "matrix");
+    Plug source;
+    if (!readable(source) || source.attribute()->type != AttributeType::kMatrix)
+        return storedMatrix();
+    const Reading reading(*this);
+    if (!reading.circular())
+        return source.matrix();
+    owner->graph().reportCycle(*this);
+    return storedMatrix();
+}
+
+DataRef Plug::data() const
+{
+    requireType(AttributeType::kData, "data");
+    Plug source;
+    if (!readable(source) || source.attribute()->type != AttributeType::kData)
+        return storedData();
+    const Reading reading(*this);
+    if (!reading.circular())
+        return source.data();
+    owner->graph().reportCycle(*this);
+    return storedData();
+}
+
+double Plug::storedNumber() const
+{
+    requireNumber();
+    const Slot* slot = owner->slots().find(*this);
+    if (!slot)
+        return definition->defaultNumber;
+    if (const auto* value = std::get_if<double>(&slot->value))
+        return *value;
+    if (const auto* array = slot->as<NumericArray>())
+        return array->get(logicalIndex());
+    if (const auto* skin = slot->as<WeightRows>()) {
+        const unsigned own = definition->ownIndexSlot();
+        return own > 0 ? skin->get(indices[own - 1], indices[own]) : definition->defaultNumber;
+    }
+    return definition->defaultNumber;
+}
+
+std::string Plug::storedText() const
+{
+    alive();
+    if ((definition->type != AttributeType::kString && definition->type != AttributeType::kOpaque) ||
+        isArray())
+        fail("has no text.");
+    if (!isResolved())
+        fail("has no value: an index is missing.");
+    const Slot* slot = owner->slots().find(*this);
+    const auto* value = slot ? slot->as<std::string>() : nullptr;
+    return value ? *value : definition->defaultText;
+}
+
+Imath::M44d Plug::storedMatrix() const
+{
+    requireType(AttributeType::kMatrix, "matrix");
+    const Slot* slot = owner->slots().find(*this);
+    const auto* value = slot ? slot->as<Imath::M44d>() : nullptr;
+    return value ? *value : Imath::M44d();
+}
+
+DataRef Plug::storedData() const
+{
+    requireType(AttributeType::kData, "data");
+    const Slot* slot = owner->slots().find(*this);
+    const auto* value = slot ? std::get_if<DataRef>(&slot->value) : nullptr;
+    return value ? *value : nullptr;
+}
+
+bool Plug::hasStored() const
+{
+    alive();
+    if (!isResolved())
+        return false;
+    const Slot* slot = owner->slots().find(*this);
+    if (!slot)
+        return false;
+    if (const auto* array = slot->as<NumericArray>(); array && isElement())
+        return array->has(logicalIndex());
+    if (const auto* skin = slot->as<WeightRows>(); skin && !(definition->flags.weightRows && isArray())) {
+        if (definition->flags.weightRows)
+            return skin->hasRow(logicalIndex());
+        const unsigned own = definition->ownIndexSlot();
+        return isArray() ? skin->row(indices[own - 1]).begin != skin->row(indices[own - 1]).end
+                         : skin->has(indices[own - 1], indices[own]);
+    }
+    return slot->holdsValue();
+}
+
+std::vector<std::uint32_t> Plug::storedIndices() const
+{
+    alive();
+    if (!isArray())
+        fail("is not an array.");
+    std::vector<std::uint32_t> result;
+    const Slot* slot = isResolved() ? owner->slots().find(*this) : nullptr;
+    if (!slot)
+        return result;
+    if (const auto* array = slot->as<NumericArray>())
+        return array->indices();
+    if (const auto* sparse = slot->as<SparseSlots>())
+        for (const auto& element : sparse->elements)
+            result.push_back(element.first);
+    const auto* skin = slot->as<WeightRows>();
+    if (skin && definition->flags.weightRows) {
+        for (std::uint32_t row = 0; row < skin->rowEnd(); ++row)
+            if (skin->hasRow(row))
+                result.push_back(row);
+    } else if (skin) {
+        const WeightRows::Span span = skin->row(indices[definition->ownIndexSlot() - 1]);
+        for (const WeightRows::Entry* entry = span.begin; entry != span.end; ++entry)
+            result.push_back(entry->column);
+    }
+    return result;
+}
+
+const NumericArray* Plug::numbers() const
+{
+    alive();
+    const Slot* slot = isArray() && isResolved() ? owner->slots().find(*this) : nullptr;
+    return slot ? slot->as<NumericArray>() : nullptr;
+}
+
+const WeightRows* Plug::rows() const
+{
+    alive();
+    const Slot* slot = isArray() && isResolved() ? owner->slots().find(*this) : nullptr;
+    return slot ? slot->as<WeightRows>() : nullptr;
+}
+
+} // namespace host

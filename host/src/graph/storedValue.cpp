@@ -1,0 +1,93 @@
+#include "graph/storedValue.h"
+
+#include "graph/graph.h"
+#include "types/error.h"
+
+namespace host {
+
+namespace {
+
+Plug owning(const Plug& plug)
+{
+    if (plug.isElement())
+        return plug.array();
+    return plug.isChild() ? plug.parent() : Plug();
+}
+
+/// The row of a plug on or inside a row of weights.
+std::uint32_t rowOf(const Plug& plug)
+{
+    const Attribute* attribute = plug.attribute();
+    while (!attribute->flags.weightRows)
+        attribute = attribute->parent;
+    return plug.index(attribute->ownIndexSlot());
+}
+
+void copyRow(const WeightRows& from, WeightRows& to, std::uint32_t row)
+{
+    to.eraseRow(row);
+    if (!from.hasRow(row))
+        return;
+    to.touchRow(row);
+    const WeightRows::Span span = from.row(row);
+    for (const WeightRows::Entry* entry = span.begin; entry != span.end; ++entry)
+        to.set(row, entry->column, entry->weight);
+}
+
+bool isWholeRows(const Plug& plug)
+{
+    return plug.isArray() && plug.attribute()->flags.weightRows;
+}
+
+} // namespace
+
+StoredValue::StoredValue(const Plug& plug) : where(plug)
+{
+    const SlotTree& slots = plug.node()->slots();
+    for (Plug step = plug; !step.isNull(); step = owning(step))
+        if (step.isElement() && !slots.find(step))
+            where = step;
+    const Slot* slot = slots.find(where);
+    if (!slot)
+        return;
+    if (const auto* numbers = slot->as<NumericArray>(); numbers && where.isElement()) {
+        existed = numbers->has(where.logicalIndex());
+        content.value = numbers->get(where.logicalIndex());
+        return;
+    }
+    if (const auto* rows = slot->as<WeightRows>(); rows && !isWholeRows(where)) {
+        auto one = std::make_unique<WeightRows>();
+        copyRow(*rows, *one, rowOf(where));
+        existed = true;
+        content.value = std::move(one);
+        return;
+    }
+    existed = true;
+    content = slot->copy();
+}
+
+void StoredValue::putBackQuietly() const
+{
+    SlotTree& slots = where.node()->slots();
+    if (!existed) {
+        slots.erase(where);
+        return;
+    }
+    Slot& slot = slots.make(where);
+    if (auto* numbers = slot.as<NumericArray>(); numbers && where.isElement())
+        numbers->set(where.logicalIndex(), std::get<double>(content.value));
+    else if (auto* rows = slot.as<WeightRows>(); rows && !isWholeRows(where))
+        copyRow(*content.as<WeightRows>(), *rows, rowOf(where));
+    else
+        slot = content.copy();
+}
+
+void StoredValue::putBack() const
+{
+    if (!where.node()->alive())
+        throw Error("The node '" + where.node()->name() + "' has been deleted.");
+    putBackQuietly();
+    where.changed();
+}
+
+} // namespace host
