@@ -46,6 +46,9 @@ std::optional<MString> readText(const host::mel::Value& argument)
 
 } // namespace
 
+// Needed as long as plug-ins are C++14, where a class constant that is bound to a reference wants a place.
+const unsigned int MArgList::kInvalidArgIndex;
+
 MArgList::MArgList() : arguments(std::make_unique<host::ArgList>()) {}
 MArgList::MArgList(const MArgList& other) : arguments(std::make_unique<host::ArgList>(*other.arguments)) {}
 MArgList::MArgList(MArgList&& other) noexcept : arguments(std::move(other.arguments))

@@ -15,21 +15,21 @@ protected:
 
 TEST_F(PluginCommandTest, resultsReachTheScript)
 {
-    EXPECT_EQ(5, melInt("int $n = `counter -by 5`;"));
-    EXPECT_EQ(5, melInt("counter -q -by"));
+    EXPECT_EQ(5, melInt("int $n = `counter -step 5`;"));
+    EXPECT_EQ(5, melInt("counter -q -step"));
     EXPECT_EQ((std::vector<std::string>{"one", "two"}), melStrings("counter -names"));
 }
 
 TEST_F(PluginCommandTest, anUndoableCallIsOneEntryOfTheUndoQueue)
 {
-    mel("counter -by 3");
-    mel("counter -q -by");
+    mel("counter -step 3");
+    mel("counter -q -step");
     EXPECT_EQ(1U, session.undo().undoCount());
-    EXPECT_EQ("counter -by 3", session.undo().undoName());
+    EXPECT_EQ("counter -step 3", session.undo().undoName());
     mel("undo");
-    EXPECT_EQ(0, melInt("counter -q -by"));
+    EXPECT_EQ(0, melInt("counter -q -step"));
     mel("redo");
-    EXPECT_EQ(3, melInt("counter -q -by"));
+    EXPECT_EQ(3, melInt("counter -q -step"));
 }
 
 TEST_F(PluginCommandTest, badCallsAreErrorsAndLeaveNoEntry)
@@ -39,8 +39,8 @@ TEST_F(PluginCommandTest, badCallsAreErrorsAndLeaveNoEntry)
         const char* error;
     } cases[] = {
         {"counter -of 3", "counter: Invalid flag '-of'."},
-        {"counter -by \"many\"", "counter: Invalid argument for flag '-by'. Expected int, got many."},
-        {"counter -by", "counter: No argument for flag '-by'. Expected int."},
+        {"counter -step \"many\"", "counter: Invalid argument for flag '-step'. Expected int, got many."},
+        {"counter -step", "counter: No argument for flag '-step'. Expected int."},
         {"counter stray", "counter: Too many arguments: 'stray'."},
         {"counter -throw", "counter: out of numbers"},
         {"counter -fail", "counter: (kInvalidParameter): Invalid parameter for this call"},
@@ -48,19 +48,19 @@ TEST_F(PluginCommandTest, badCallsAreErrorsAndLeaveNoEntry)
     for (const auto& example : cases)
         EXPECT_EQ(example.error, melError(example.call));
     EXPECT_EQ(0U, session.undo().undoCount());
-    EXPECT_EQ(0, melInt("counter -q -by"));
+    EXPECT_EQ(0, melInt("counter -q -step"));
 }
 
 TEST_F(PluginCommandTest, aFinalisedToolCommandIsUndoneAndRedoneButNotRun)
 {
     mel("clickContext myClick; setToolTo myClick;");
     mel("viewportEvent -press 10 10; viewportEvent -release 10 10;");
-    EXPECT_EQ(10, melInt("counter -q -by"));
+    EXPECT_EQ(10, melInt("counter -q -step"));
     EXPECT_EQ("click -note \"one click\"", session.undo().undoName());
     mel("undo");
-    EXPECT_EQ(0, melInt("counter -q -by"));
+    EXPECT_EQ(0, melInt("counter -q -step"));
     mel("redo");
-    EXPECT_EQ(10, melInt("counter -q -by"));
+    EXPECT_EQ(10, melInt("counter -q -step"));
 }
 
 TEST_F(PluginCommandTest, unloadingWhileTheToolIsOnAndItsCommandsAreInTheQueueIsSafe)

@@ -22,7 +22,7 @@ MArgList listOf(std::vector<Value> values)
 }
 
 /// Flags of every kind: -size <double>, -count <unsigned>, -lock <bool>, -move <double, double>,
-/// -tag <string> many times.
+/// -text <string> many times.
 MSyntax exampleSyntax()
 {
     MSyntax syntax;
@@ -30,8 +30,8 @@ MSyntax exampleSyntax()
     syntax.addFlag("-c", "-count", MSyntax::kUnsigned);
     syntax.addFlag("-l", "-lock", MSyntax::kBoolean);
     syntax.addFlag("-m", "-move", MSyntax::kDouble, MSyntax::kDouble);
-    syntax.addFlag("-t", "-tag", MSyntax::kString);
-    syntax.makeFlagMultiUse("-tag");
+    syntax.addFlag("-t", "-text", MSyntax::kString);
+    syntax.makeFlagMultiUse("-text");
     syntax.enableQuery();
     syntax.enableEdit();
     return syntax;
@@ -96,7 +96,7 @@ TEST(ArgumentTest, flagsAreFoundByEitherNameAndKeepTheirTypes)
     MStatus status;
     const MArgParser parser(
         exampleSyntax(),
-        listOf({"-e", "-s", "2.5", "-move", 1, -2, "-t", "-odd", "-tag", "b", "-lock", "off", "-c", -3}),
+        listOf({"-e", "-s", "2.5", "-move", 1, -2, "-t", "-odd", "-text", "b", "-lock", "off", "-c", -3}),
         &status);
     ASSERT_TRUE(status);
     EXPECT_TRUE(parser.isEdit());
@@ -104,7 +104,7 @@ TEST(ArgumentTest, flagsAreFoundByEitherNameAndKeepTheirTypes)
     EXPECT_DOUBLE_EQ(-2.0, parser.flagArgumentDouble("m", 1));
     EXPECT_EQ(2U, parser.numberOfFlagUses("-t"));
     MArgList second;
-    ASSERT_TRUE(parser.getFlagArgumentList("-tag", 1, second));
+    ASSERT_TRUE(parser.getFlagArgumentList("-text", 1, second));
     EXPECT_STREQ("b", second.asString(0).asChar());
     bool locked = true;
     EXPECT_TRUE(parser.getFlagArgument("-l", 0, locked));

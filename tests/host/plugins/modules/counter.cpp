@@ -17,7 +17,7 @@ namespace {
 /// What all commands of the plug-in count; fresh when the library is.
 int total = 0;
 
-/// counter: adds 1, or what -by says, and returns the new total. -throw and -fail end badly;
+/// counter: adds 1, or what -step says, and returns the new total. -throw and -fail end badly;
 /// -names returns texts.
 class CounterCommand : public MPxCommand {
 public:
@@ -25,7 +25,7 @@ public:
     static MSyntax newSyntax()
     {
         MSyntax syntax;
-        syntax.addFlag("-b", "-by", MSyntax::kLong);
+        syntax.addFlag("-s", "-step", MSyntax::kLong);
         syntax.addFlag("-n", "-names");
         syntax.addFlag("-t", "-throw");
         syntax.addFlag("-f", "-fail");
@@ -51,7 +51,7 @@ public:
             setResult(names);
             return MStatus::kSuccess;
         }
-        parser.getFlagArgument("-by", 0, step);
+        parser.getFlagArgument("-step", 0, step);
         if (!query)
             total += step;
         setResult(total);
