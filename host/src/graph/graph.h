@@ -80,6 +80,8 @@ public:
     void disconnect(const Plug& source, const Plug& destination);
     /// Brings a connection back with its place in the order; what fed the destination in between is cut.
     void reconnect(const Connection& connection);
+    /// Undoes a connection: the destination has its own value again, not the last one delivered.
+    void unmake(const Plug& destination);
     /// The connection into exactly this plug; a null destination when there is none.
     Connection connectionInto(const Plug& destination) const;
     /// The lowest logical index of an array from which on nothing exists (connectAttr -nextAvailable).

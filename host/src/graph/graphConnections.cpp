@@ -102,9 +102,18 @@ void Graph::disconnect(const Plug& source, const Plug& destination)
     cut(*found->second, true);
 }
 
+void Graph::unmake(const Plug& destination)
+{
+    const auto& byDestination = destination.alive().state().byDestination;
+    const auto found = byDestination.find(PlugKey(destination));
+    if (found != byDestination.end())
+        cut(*found->second, false);
+}
+
 void Graph::reconnect(const Connection& connection)
 {
-    requireConnectable(connection.source, connection.destination);
+    connection.source.alive();
+    connection.destination.alive();
     for (Link* link : linksBelow(connection.destination))
         cut(*link, false);
     if (connection.before)

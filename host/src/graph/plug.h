@@ -97,6 +97,7 @@ public:
 
     /// Itself or an ancestor. A locked node's plugs may still be set.
     bool isLocked() const;
+    bool isLockedItself() const;
     void setLocked(bool locked) const;
     /// Plug flags that a file or setAttr may override per plug.
     bool isKeyable() const;

@@ -136,6 +136,13 @@ bool Plug::isLocked() const
     return false;
 }
 
+bool Plug::isLockedItself() const
+{
+    const auto& overrides = alive().state().overrides;
+    const auto found = overrides.find(PlugKey(*this));
+    return found != overrides.end() && found->second.locked;
+}
+
 void Plug::setLocked(bool locked) const
 {
     NodeState& state = alive().state();

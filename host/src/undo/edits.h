@@ -2,6 +2,7 @@
 
 #include "graph/graph.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -41,11 +42,13 @@ public:
     void setAliases(Node& node, std::vector<std::pair<std::string, std::string>> aliases);
     void setNodeLocked(Node& node, bool locked);
 
-    /// For changes outside the graph (selection, hotkeys ...): `now` is performed, and `back`/`again` are
+    /// For changes outside the graph (selection, hotkeys ...): `again` is performed now, and both are
     /// recorded.
     void perform(std::function<void(Session&)> again, std::function<void(Session&)> back);
 
 private:
+    template <class Change>
+    void record(const Plug& plug, const Change& change);
     void push(std::unique_ptr<UndoItem> item);
     Session& owner;
 };

@@ -20,9 +20,11 @@ struct Entry {
     Items items;
 };
 
-struct Chunk {
+/// What is being collected for one entry: by an open chunk or by an open command scope.
+struct Collection {
     std::string name;
     Items items;
+    int depth = 0; ///< chunks or scopes open around each other
 };
 
 } // namespace
@@ -30,176 +32,240 @@ struct Chunk {
 struct UndoQueue::State {
     explicit State(Session& owner) : session(owner) {}
 
-    Session& session;
-    std::deque<Entry> done;
-    std::vector<Entry> undone; ///< the next redo is the last
-    std::vector<Chunk> chunks; ///< open ones, outermost first; items gather in the outermost
-    Items scopeItems;          ///< of the open command scopes
-    int scopes = 0;
-    int suspensions = 0;
-    bool on = true;
-    bool unlimited = true;
-    std::size_t bound = 50;
-    bool undoing = false, redoing = false;
+    void add(Entry entry);
+    void trim();
+    void flushChunk();
+    void run(Items& items, bool backwards);
+    void report(const std::string& what) { session.messages().error(what); }
 
-    void trim()
-    {
-        while (!unlimited && done.size() > bound)
-            done.pop_front();
-    }
-    void finish(std::string name, Items items)
-    {
-        if (items.empty())
-            return;
-        undone.clear();
-        if (!chunks.empty()) {
-            std::move(items.begin(), items.end(), std::back_inserter(chunks.front().items));
-            return;
-        }
-        done.push_back({std::move(name), std::move(items)});
-        trim();
-    }
-    /// One step of an entry; what it throws becomes a message and the rest of the entry still runs.
-    template <class Step>
-    void guarded(Step&& step)
-    {
-        try {
-            step();
-        } catch (const std::exception& problem) {
-            session.messages().error(problem.what());
-        }
-    }
-    /// Takes back the scope items from `begin` on.
-    void rollBack(std::size_t begin)
-    {
-        ++suspensions;
-        while (scopeItems.size() > begin) {
-            const std::unique_ptr<UndoItem> item = std::move(scopeItems.back());
-            scopeItems.pop_back();
-            guarded([&] { item->undo(session); });
-        }
-        --suspensions;
-    }
+    Session& session;
+    std::deque<Entry> done, undone;
+    Collection scope, chunk;
+    int suspended = 0;
+    bool undoing = false, redoing = false;
+    bool on = true, onWithoutFlush = true;
+    bool unlimited = true;
+    std::size_t limit = 50;
 };
 
+void UndoQueue::State::add(Entry entry)
+{
+    if (entry.items.empty())
+        return;
+    const std::deque<Entry> dropped = std::exchange(undone, {});
+    done.push_back(std::move(entry));
+    trim();
+}
+
+void UndoQueue::State::trim()
+{
+    while (!unlimited && done.size() > limit)
+        done.pop_front();
+}
+
+/// What an open chunk has so far becomes an entry; the chunk stays open.
+void UndoQueue::State::flushChunk()
+{
+    add({chunk.name, std::exchange(chunk.items, {})});
+}
+
+void UndoQueue::State::run(Items& items, bool backwards)
+{
+    ++suspended;
+    for (std::size_t step = 0; step < items.size(); ++step) {
+        UndoItem& item = *items[backwards ? items.size() - 1 - step : step];
+        try {
+            if (backwards)
+                item.undo(session);
+            else
+                item.redo(session);
+        } catch (const std::exception& problem) {
+            report(problem.what());
+        } catch (...) {
+            report(backwards ? "A step could not be undone." : "A step could not be redone.");
+        }
+    }
+    --suspended;
+}
+
 UndoQueue::UndoQueue(Session& session) : state(std::make_unique<State>(session)) {}
-UndoQueue::~UndoQueue() = default;
+
+UndoQueue::~UndoQueue()
+{
+    flush();
+}
 
 bool UndoQueue::recording() const
 {
-    return state->on && state->suspensions == 0 && !state->undoing && !state->redoing;
+    return state->on && state->onWithoutFlush && state->suspended == 0 && !state->undoing && !state->redoing;
 }
 
 void UndoQueue::push(std::unique_ptr<UndoItem> item)
 {
     if (!recording())
         return;
-    if (state->scopes > 0) {
-        state->scopeItems.push_back(std::move(item));
-        return;
+    if (state->scope.depth > 0) {
+        state->scope.items.push_back(std::move(item));
+    } else if (state->chunk.depth > 0) {
+        state->chunk.items.push_back(std::move(item));
+    } else {
+        Entry entry;
+        entry.items.push_back(std::move(item));
+        state->add(std::move(entry));
     }
-    Items items;
-    items.push_back(std::move(item));
-    state->finish({}, std::move(items));
 }
 
-UndoQueue::CommandScope::CommandScope(UndoQueue& undoQueue, std::string entryName)
-    : queue(undoQueue), name(std::move(entryName)), exceptionsAtEntry(std::uncaught_exceptions()),
-      itemsAtEntry(queue.state->scopeItems.size())
+UndoQueue::CommandScope::CommandScope(UndoQueue& owner, std::string command)
+    : queue(owner), name(std::move(command)), exceptionsAtEntry(std::uncaught_exceptions()),
+      itemsAtEntry(owner.state->scope.items.size())
 {
-    ++queue.state->scopes;
+    if (queue.state->scope.depth++ == 0)
+        queue.state->scope.name = name;
 }
-
-void UndoQueue::CommandScope::fail() { failed = true; }
 
 UndoQueue::CommandScope::~CommandScope()
 {
     State& state = *queue.state;
-    if (failed || std::uncaught_exceptions() > exceptionsAtEntry)
-        state.rollBack(itemsAtEntry);
-    if (--state.scopes == 0)
-        state.finish(std::move(name), std::exchange(state.scopeItems, {}));
+    Collection& scope = state.scope;
+    if (failed || std::uncaught_exceptions() > exceptionsAtEntry) {
+        Items halfDone;
+        while (scope.items.size() > itemsAtEntry) {
+            halfDone.insert(halfDone.begin(), std::move(scope.items.back()));
+            scope.items.pop_back();
+        }
+        state.run(halfDone, true);
+    }
+    if (--scope.depth > 0)
+        return;
+    Items items = std::exchange(scope.items, {});
+    if (state.chunk.depth == 0) {
+        state.add({scope.name, std::move(items)});
+        return;
+    }
+    if (state.chunk.name.empty() && !items.empty())
+        state.chunk.name = scope.name;
+    std::move(items.begin(), items.end(), std::back_inserter(state.chunk.items));
 }
 
-UndoQueue::Suspend::Suspend(UndoQueue& undoQueue) : queue(undoQueue) { ++queue.state->suspensions; }
-UndoQueue::Suspend::~Suspend() { --queue.state->suspensions; }
+void UndoQueue::CommandScope::fail()
+{
+    failed = true;
+}
+
+UndoQueue::Suspend::Suspend(UndoQueue& owner) : queue(owner)
+{
+    ++queue.state->suspended;
+}
+
+UndoQueue::Suspend::~Suspend()
+{
+    --queue.state->suspended;
+}
 
 struct UndoQueue::Isolate::Saved {
-    int scopes, suspensions;
-    Items items;
+    Collection scope, chunk;
+    int suspended = 0;
 };
 
-UndoQueue::Isolate::Isolate(UndoQueue& undoQueue)
-    : queue(undoQueue),
-      saved(new Saved{queue.state->scopes, queue.state->suspensions, std::move(queue.state->scopeItems)})
+UndoQueue::Isolate::Isolate(UndoQueue& owner) : queue(owner), saved(std::make_unique<Saved>())
 {
-    queue.state->scopes = 0;
-    queue.state->suspensions = 0;
-    queue.state->scopeItems.clear();
+    saved->scope = std::exchange(queue.state->scope, {});
+    saved->chunk = std::exchange(queue.state->chunk, {});
+    saved->suspended = std::exchange(queue.state->suspended, 0);
 }
 
 UndoQueue::Isolate::~Isolate()
 {
-    queue.state->scopes = saved->scopes;
-    queue.state->suspensions = saved->suspensions;
-    queue.state->scopeItems = std::move(saved->items);
+    queue.state->flushChunk();
+    queue.state->scope = std::move(saved->scope);
+    queue.state->chunk = std::move(saved->chunk);
+    queue.state->suspended = saved->suspended;
 }
 
-void UndoQueue::openChunk(const std::string& name) { state->chunks.push_back({name, {}}); }
+void UndoQueue::openChunk(const std::string& name)
+{
+    if (state->chunk.depth++ == 0)
+        state->chunk.name = name;
+}
 
 void UndoQueue::closeChunk()
 {
-    if (state->chunks.empty())
+    if (state->chunk.depth == 0)
         throw Error("There is no open undo chunk to close.");
-    Chunk chunk = std::move(state->chunks.back());
-    state->chunks.pop_back();
-    if (state->chunks.empty())
-        state->finish(chunk.name, std::move(chunk.items));
+    if (--state->chunk.depth > 0)
+        return;
+    state->flushChunk();
+    state->chunk.name.clear();
 }
 
-int UndoQueue::openChunks() const { return static_cast<int>(state->chunks.size()); }
+int UndoQueue::openChunks() const
+{
+    return state->chunk.depth;
+}
 
 void UndoQueue::undo()
 {
+    if (state->undoing || state->redoing)
+        throw Error("Undo cannot be called while a step is being undone or redone.");
+    state->flushChunk();
     if (state->done.empty())
         throw Error("There are no more commands to undo.");
     Entry entry = std::move(state->done.back());
     state->done.pop_back();
     state->undoing = true;
-    for (auto item = entry.items.rbegin(); item != entry.items.rend(); ++item)
-        state->guarded([&] { (*item)->undo(state->session); });
+    state->run(entry.items, true);
     state->undoing = false;
     state->undone.push_back(std::move(entry));
 }
 
 void UndoQueue::redo()
 {
+    if (state->undoing || state->redoing)
+        throw Error("Redo cannot be called while a step is being undone or redone.");
     if (state->undone.empty())
         throw Error("There are no more commands to redo.");
     Entry entry = std::move(state->undone.back());
     state->undone.pop_back();
     state->redoing = true;
-    for (const std::unique_ptr<UndoItem>& item : entry.items)
-        state->guarded([&] { item->redo(state->session); });
+    state->run(entry.items, false);
     state->redoing = false;
     state->done.push_back(std::move(entry));
+    state->trim();
 }
 
-bool UndoQueue::isUndoing() const { return state->undoing; }
-bool UndoQueue::isRedoing() const { return state->redoing; }
-
-bool UndoQueue::enabled() const { return state->on; }
+bool UndoQueue::isUndoing() const
+{
+    return state->undoing;
+}
+bool UndoQueue::isRedoing() const
+{
+    return state->redoing;
+}
+bool UndoQueue::enabled() const
+{
+    return state->on && state->onWithoutFlush;
+}
 
 void UndoQueue::setEnabled(bool on)
 {
     state->on = on;
-    if (!on)
+    if (on)
+        state->onWithoutFlush = true;
+    else
         flush();
 }
 
-void UndoQueue::setWithoutFlush(bool on) { state->on = on; }
+void UndoQueue::setWithoutFlush(bool on)
+{
+    state->onWithoutFlush = on;
+    if (on)
+        state->on = true;
+}
 
-bool UndoQueue::infinite() const { return state->unlimited; }
+bool UndoQueue::infinite() const
+{
+    return state->unlimited;
+}
 
 void UndoQueue::setInfinite(bool on)
 {
@@ -207,40 +273,49 @@ void UndoQueue::setInfinite(bool on)
     state->trim();
 }
 
-std::size_t UndoQueue::length() const { return state->bound; }
+std::size_t UndoQueue::length() const
+{
+    return state->limit;
+}
 
 void UndoQueue::setLength(std::size_t entries)
 {
-    state->bound = entries;
+    state->limit = entries;
     state->trim();
 }
 
-std::string UndoQueue::undoName() const { return state->done.empty() ? std::string() : state->done.back().name; }
-
+std::string UndoQueue::undoName() const
+{
+    return state->done.empty() ? "" : state->done.back().name;
+}
 std::string UndoQueue::redoName() const
 {
-    return state->undone.empty() ? std::string() : state->undone.back().name;
+    return state->undone.empty() ? "" : state->undone.back().name;
 }
 
 std::vector<std::string> UndoQueue::names() const
 {
-    std::vector<std::string> all;
+    std::vector<std::string> result;
     for (const Entry& entry : state->done)
-        all.push_back(entry.name);
-    return all;
+        result.push_back(entry.name);
+    return result;
 }
 
-std::size_t UndoQueue::undoCount() const { return state->done.size(); }
-std::size_t UndoQueue::redoCount() const { return state->undone.size(); }
+std::size_t UndoQueue::undoCount() const
+{
+    return state->done.size();
+}
+std::size_t UndoQueue::redoCount() const
+{
+    return state->undone.size();
+}
 
 void UndoQueue::flush()
 {
-    // Items may hold the last handles to nodes and plug-in objects; let them go one by one, newest first.
-    state->undone.clear();
-    while (!state->done.empty())
-        state->done.pop_back();
-    state->chunks.clear();
-    state->scopeItems.clear();
+    // Taken out first: what an item lets go of may come back here.
+    const std::deque<Entry> done = std::exchange(state->done, {});
+    const std::deque<Entry> undone = std::exchange(state->undone, {});
+    const Items chunk = std::exchange(state->chunk.items, {});
 }
 
 } // namespace host

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
@@ -22,8 +23,7 @@ class UndoCall final : public UndoItem {
 public:
     UndoCall(std::function<void(Session&)> undoing, std::function<void(Session&)> redoing)
         : back(std::move(undoing)), again(std::move(redoing))
-    {
-    }
+    {}
     void undo(Session& session) override { back(session); }
     void redo(Session& session) override { again(session); }
 
@@ -101,8 +101,8 @@ public:
     bool isRedoing() const;
 
     bool enabled() const;
-    void setEnabled(bool on);         ///< undoInfo -state; turning off empties the queue
-    void setWithoutFlush(bool on);    ///< undoInfo -stateWithoutFlush
+    void setEnabled(bool on);      ///< undoInfo -state; turning off empties the queue
+    void setWithoutFlush(bool on); ///< undoInfo -stateWithoutFlush
     bool infinite() const;
     void setInfinite(bool on);
     std::size_t length() const;
