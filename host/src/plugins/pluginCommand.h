@@ -3,8 +3,6 @@
 #include "mel/value.h"
 #include "plugins/syntax.h"
 
-#include <maya/MFnPlugin.h>
-
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,10 +13,14 @@ namespace host {
 
 class Session;
 
+/// Makes an object of a plug-in's class: MCreatorFunction, without the header that defines the version of a
+/// plug-in.
+using PluginCreator = void* (*)();
+
 /// A command that a plug-in registered.
 struct PluginCommand {
     std::string name;
-    MCreatorFunction creator = nullptr;
+    PluginCreator creator = nullptr;
     std::shared_ptr<const Syntax> syntax; ///< null when the command reads its arguments itself
 
     /// A new object of the plug-in's class, knowing its name and syntax. Throws host::Error.

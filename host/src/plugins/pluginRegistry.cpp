@@ -181,7 +181,7 @@ void PluginRegistry::removeCommand(Plugin& plugin, const std::string& name)
     owner.commands().remove(name);
 }
 
-void PluginRegistry::addContext(Plugin& plugin, const std::string& name, MCreatorFunction creator,
+void PluginRegistry::addContext(Plugin& plugin, const std::string& name, PluginCreator creator,
                                 PluginCommand toolCommand)
 {
     ContextCommands::ToolCreator toolCreator;

@@ -46,7 +46,7 @@ public:
     void addCommand(Plugin& plugin, PluginCommand command);
     void removeCommand(Plugin& plugin, const std::string& name);
     /// `toolCommand` has no creator when there is none.
-    void addContext(Plugin& plugin, const std::string& name, MCreatorFunction creator,
+    void addContext(Plugin& plugin, const std::string& name, PluginCreator creator,
                     PluginCommand toolCommand);
     void removeContext(Plugin& plugin, const std::string& name, const std::string& toolCommand);
 
