@@ -48,10 +48,10 @@ public:
 using GeometryRef = std::shared_ptr<const Geometry>;
 
 struct MeshTopology {
-    std::vector<std::array<int, 3>> edges;  ///< two vertices and the hardness flag, in file order
-    std::vector<int> faceCounts;            ///< corners per face
-    std::vector<int> faceVertices;          ///< all corners, face after face
-    std::vector<int> faceEdges;             ///< all corners' edges as in files: e >= 0 forward, -e-1 backward
+    std::vector<std::array<int, 3>> edges; ///< two vertices and the hardness flag, in file order
+    std::vector<int> faceCounts;           ///< corners per face
+    std::vector<int> faceVertices;         ///< all corners, face after face
+    std::vector<int> faceEdges;            ///< all corners' edges as in files: e >= 0 forward, -e-1 backward
     /// What files say about faces besides edges (holes, texture and colour indices: "mu 0 4 0 1 3 2"), kept
     /// for writing: one text per face, or none at all.
     std::vector<std::string> faceTexts;
@@ -100,6 +100,11 @@ public:
 
 class DagNode;
 class Node;
+
+/// The points of some components of a geometry: "vtx[0:7]", "vtx[*]", "e[3]", "f[1:4]", "cv[2][0:3]",
+/// "pt[0][1][*]"; edges and faces stand for their vertices. What lies outside the geometry is left out.
+/// Throws host::Error naming a text that is no such component.
+PointGroup pointGroup(const Geometry& geometry, const std::vector<std::string>& components);
 
 /// The geometry of a shape as displayed: evaluated, deformed, in object space. Null when the node is no
 /// geometry shape or has no geometry.

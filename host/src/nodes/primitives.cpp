@@ -162,7 +162,9 @@ std::shared_ptr<MeshData> cubeMesh(const Imath::V3d& size, int sx, int sy, int s
     // The sides: a grid over y (j) and z from the back (k); its border is the belt's.
     for (const bool right : {true, false}) {
         std::vector<int> grid(static_cast<std::size_t>((sy + 1) * (sz + 1)));
-        const auto cell = [&](int j, int k) -> int& { return grid[static_cast<std::size_t>(j * (sz + 1) + k)]; };
+        const auto cell = [&](int j, int k) -> int& {
+            return grid[static_cast<std::size_t>(j * (sz + 1) + k)];
+        };
         const int column = right ? sx : 0;
         for (int j = 0; j <= sy; ++j)
             for (int k = 0; k <= sz; ++k) {
@@ -175,8 +177,8 @@ std::shared_ptr<MeshData> cubeMesh(const Imath::V3d& size, int sx, int sy, int s
                 else if (j == 0)
                     cell(j, k) = (rows - k) * row + column; // bottom
                 else
-                    cell(j, k) = build.point({right ? half.x : -half.x, -half.y + size.y * j / sy,
-                                              half.z - size.z * k / sz});
+                    cell(j, k) = build.point(
+                        {right ? half.x : -half.x, -half.y + size.y * j / sy, half.z - size.z * k / sz});
             }
         for (int j = 0; j < sy; ++j)
             for (int k = 0; k < sz; ++k) {

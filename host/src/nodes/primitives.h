@@ -11,8 +11,9 @@ namespace host {
 /// In the xz plane. Vertex j * (sx + 1) + i: x grows with i, z falls with j.
 std::shared_ptr<MeshData> planeMesh(double width, double height, int sx, int sy);
 
-/// Front (z+) from the bottom up, over the top, down the back, along the bottom; then the inner vertices of the
-/// right (x+) and of the left (x-) side. 1 x 1 x 1: vertex 0 (-,-,+), 1 (+,-,+), 2 (-,+,+), ... 7 (+,-,-).
+/// Front (z+) from the bottom up, over the top, down the back, along the bottom; then the inner vertices of
+/// the right (x+) and of the left (x-) side. 1 x 1 x 1: vertex 0 (-,-,+), 1 (+,-,+), 2 (-,+,+), ... 7
+/// (+,-,-).
 std::shared_ptr<MeshData> cubeMesh(const Imath::V3d& size, int sx, int sy, int sz);
 
 /// sy - 1 rings of sx vertices from the bottom up, then the bottom and the top pole. Within a ring vertex i

@@ -1,0 +1,143 @@
+#include "nodes/skinEvaluation.h"
+
+#include "graph/node.h"
+#include "graph/numericArray.h"
+#include "types/error.h"
+
+namespace host {
+
+namespace {
+
+using Imath::M44d;
+using Imath::V3d;
+
+std::vector<SkinInfluence> influences(Node& node, SkinMethod method)
+{
+    const Plug matrices = node.plug("matrix");
+    const Plug bindPre = node.plug("bindPreMatrix");
+    const std::vector<std::uint32_t> indices = matrices.existingIndices();
+    std::vector<SkinInfluence> result(indices.empty() ? 0 : indices.back() + 1u);
+    for (const std::uint32_t index : indices) {
+        SkinInfluence& influence = result[index];
+        influence.present = true;
+        influence.motion = bindPre.element(index).matrix() * matrices.element(index).matrix();
+        if (method != SkinMethod::kLinear)
+            influence.rigid = DualQuaternion::fromMatrix(influence.motion);
+    }
+    return result;
+}
+
+SkinPose gather(Node& node)
+{
+    const int method = static_cast<int>(node.plug("skinningMethod").number());
+    if (method < 0 || method > 2)
+        throw Error("'" + node.name() + ".skinningMethod' has the unknown value " + std::to_string(method) +
+                    ".");
+    SkinPose pose;
+    pose.method = static_cast<SkinMethod>(method);
+    pose.influences = influences(node, pose.method);
+    pose.geometry = node.plug("geomMatrix").matrix();
+    pose.normalizeRows = node.plug("normalizeWeights").number() == 2.0;
+    return pose;
+}
+
+const SkinInfluence* find(const SkinPose& pose, std::uint32_t column)
+{
+    const bool there = column < pose.influences.size() && pose.influences[column].present;
+    return there ? &pose.influences[column] : nullptr;
+}
+
+/// What the threads share; all of it is read only.
+struct SkinJob {
+    SkinPose pose;
+    const WeightRows* rows;
+    const NumericArray* blend; ///< how far a point is dual quaternion, 0 to 1; null = nowhere
+    GeometryFrame frame;
+
+    V3d moved(std::size_t id, const V3d& point) const
+    {
+        const WeightRows::Span row = rows->row(static_cast<std::uint32_t>(id));
+        const double sum = usedWeight(pose, row);
+        if (sum == 0.0)
+            return point;
+        const V3d world = transformed(point, frame.to);
+        return transformed(skinned(id, row, pose.normalizeRows ? 1.0 / sum : 1.0, world), frame.from);
+    }
+
+    V3d skinned(std::size_t id, WeightRows::Span row, double scale, const V3d& world) const
+    {
+        if (pose.method == SkinMethod::kLinear)
+            return linearPoint(pose, row, scale, world);
+        if (pose.method == SkinMethod::kDualQuaternion)
+            return dualQuaternionPoint(pose, row, world);
+        const double share = blend ? blend->get(static_cast<std::uint32_t>(id)) : 0.0;
+        const V3d linear = linearPoint(pose, row, scale, world);
+        return linear + share * (dualQuaternionPoint(pose, row, world) - linear);
+    }
+};
+
+} // namespace
+
+double usedWeight(const SkinPose& pose, WeightRows::Span row)
+{
+    double sum = 0.0;
+    for (const WeightRows::Entry* entry = row.begin; entry != row.end; ++entry)
+        if (find(pose, entry->column))
+            sum += entry->weight;
+    return sum;
+}
+
+V3d linearPoint(const SkinPose& pose, WeightRows::Span row, double scale, const V3d& world)
+{
+    V3d result(0.0);
+    for (const WeightRows::Entry* entry = row.begin; entry != row.end; ++entry)
+        if (const SkinInfluence* influence = find(pose, entry->column))
+            result += scale * entry->weight * transformed(world, influence->motion);
+    return result;
+}
+
+V3d dualQuaternionPoint(const SkinPose& pose, WeightRows::Span row, const V3d& world)
+{
+    const SkinInfluence* pivot = nullptr;
+    double largest = 0.0;
+    for (const WeightRows::Entry* entry = row.begin; entry != row.end; ++entry) {
+        const SkinInfluence* influence = find(pose, entry->column);
+        if (influence && (!pivot || entry->weight > largest)) {
+            pivot = influence;
+            largest = entry->weight;
+        }
+    }
+    if (!pivot)
+        return world;
+    DualQuaternion blended;
+    blended.real = Imath::Quatd(0.0, 0.0, 0.0, 0.0);
+    for (const WeightRows::Entry* entry = row.begin; entry != row.end; ++entry)
+        if (const SkinInfluence* influence = find(pose, entry->column)) {
+            const Imath::Quatd& a = influence->rigid.real;
+            const Imath::Quatd& b = pivot->rigid.real;
+            const bool opposite = a.r * b.r + a.v.dot(b.v) < 0.0;
+            blended.add(influence->rigid, opposite ? -entry->weight : entry->weight);
+        }
+    return blended.transform(world);
+}
+
+void deformBySkin(Node& node, FilterInput& input)
+{
+    const Plug weightList = node.plug("weightList");
+    const WeightRows* rows = weightList.rows();
+    if (!rows)
+        return;
+    SkinPose pose = gather(node);
+    const GeometryFrame frame(pose.geometry);
+    const SkinJob job{std::move(pose), rows, node.plug("blendWeights").numbers(), frame};
+    forEachMember(input, [&](std::size_t first, std::size_t end) {
+        for (std::size_t member = first; member < end; ++member) {
+            const std::size_t id = input.point(member);
+            V3d& point = (*input.points)[id];
+            const V3d moved = job.moved(id, point);
+            point = input.envelope == 1.0 ? moved : point + input.envelope * (moved - point);
+        }
+    });
+}
+
+} // namespace host
