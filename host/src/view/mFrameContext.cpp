@@ -39,6 +39,9 @@ Imath::M44d baseMatrix(const host::Viewport& view, int type)
 
 } // namespace
 
+MFrameContext::MFrameContext() = default;
+MFrameContext::~MFrameContext() = default;
+
 MMatrix MFrameContext::getMatrix(MatrixType mtype, MStatus* status) const
 {
     const bool known = mtype >= kWorldMtx && mtype <= kWorldViewProjTranspInverseMtx;

@@ -4,6 +4,7 @@
 #include "mel/commands/commandTargets.h"
 #include "mel/commands/register.h"
 #include "nodes/geometry.h"
+#include "nodes/setMembers.h"
 #include "selection/selectionState.h"
 #include "session.h"
 #include "types/error.h"
@@ -59,6 +60,19 @@ SelectionList withDescendants(const SelectionList& list)
     return out;
 }
 
+/// Sets stand for their members.
+SelectionList withMembers(const SelectionList& list)
+{
+    SelectionList out;
+    for (const SelectionItem& item : list.items) {
+        if (item.plug.isNull() && !item.component && item.node->hasFn(MFn::kSet))
+            out.combine(setMembers(*item.node), SelectionList::Merge::kNormal);
+        else
+            out.add(item, true);
+    }
+    return out;
+}
+
 SelectionList namedTargets(Session& session, const Args& args)
 {
     const std::vector<std::string> names = args.objectNames();
@@ -66,7 +80,9 @@ SelectionList namedTargets(Session& session, const Args& args)
         return everything(session, false);
     if (args.isSet("allDagObjects"))
         return everything(session, true);
-    const SelectionList list = commandTargets(session, names);
+    SelectionList list = commandTargets(session, names);
+    if (!names.empty() && !args.isSet("noExpand"))
+        list = withMembers(list);
     return args.isSet("hierarchy") ? withDescendants(list) : list;
 }
 
