@@ -5,7 +5,7 @@
 #include "graph/slots.h"
 #include "types/error.h"
 
-#include <cctype>
+#include <algorithm>
 
 namespace host {
 
@@ -63,6 +63,15 @@ const Attribute* Node::findAttribute(const std::string& longOrShortName) const
         if (const Attribute* found = findBelow(*root, longOrShortName))
             return found;
     return nullptr;
+}
+
+bool Node::owns(const Attribute& attribute) const
+{
+    const Attribute* root = &attribute.root();
+    if (root->childIndex < nodeType.roots.size())
+        return nodeType.roots[root->childIndex].get() == root;
+    return std::any_of(dynamicRoots.begin(), dynamicRoots.end(),
+                       [root](const Ref<Attribute>& own) { return own.get() == root; });
 }
 
 Plug Node::plug(const std::string& longOrShortName)

@@ -39,6 +39,8 @@ public:
 
     /// Static or dynamic attribute, any depth, by long or short name; null when there is none.
     const Attribute* findAttribute(const std::string& longOrShortName) const;
+    /// Whether the attribute is one of this node's, or below one.
+    bool owns(const Attribute& attribute) const;
     /// The plug of an attribute by name, no index chosen; throws host::Error naming node and attribute.
     Plug plug(const std::string& longOrShortName);
     /// A plug by path: "worldMatrix[0]", "input[1].groupId", an alias, short or long names. Throws.

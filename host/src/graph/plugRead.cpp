@@ -1,13 +1,13 @@
 #include "graph/graph.h"
 #include "graph/nodeState.h"
 #include "graph/slots.h"
+#include "graph/units.h"
 #include "types/error.h"
 
 namespace host {
 
 namespace {
 
-constexpr double kDegree = 0.017453292519943295;
 /// A read that comes back to the same attribute this often goes round in a circle.
 constexpr std::uint16_t kMostReads = 64;
 
@@ -17,9 +17,9 @@ double delivered(double value, const Attribute& from, const Attribute& to)
     const bool fromAngle = from.type == AttributeType::kAngle;
     const bool toAngle = to.type == AttributeType::kAngle;
     if (fromAngle && !toAngle)
-        value *= kDegree;
+        value *= kRadiansPerDegree;
     else if (toAngle && !fromAngle)
-        value /= kDegree;
+        value /= kRadiansPerDegree;
     return narrowed(to.type, value);
 }
 
