@@ -1,0 +1,239 @@
+#include "helperFunctions/ngLayers.h"
+
+#include "helperFunctions/helperFunctions.h"
+#include "mel.h"
+#include "report.h"
+
+#include <maya/MCommandResult.h>
+#include <maya/MFnDependencyNode.h>
+#include <maya/MGlobal.h>
+#include <maya/MPlug.h>
+#include <maya/MPlugArray.h>
+#include <nlohmann/json.hpp>
+
+namespace {
+
+using nlohmann::json;
+
+/// Line numbers of the reports when reading values fails and when counting vertices fails.
+struct ReportLines {
+    int read;
+    int count;
+};
+constexpr ReportLines kInfluenceLines = {206, 223};
+constexpr ReportLines kMaskLines = {251, 268};
+constexpr ReportLines kDqLines = {296, 313};
+
+/// The paint target of an influence: its number, in the platform's notation.
+MString influenceTarget(unsigned int influence)
+{
+    return MString() + static_cast<double>(influence);
+}
+
+MString layerCommand(int layerId, const MString& paintTarget)
+{
+    return MString("ngst2Layers") + " -id " + static_cast<double>(layerId) + " -paintTarget " + paintTarget;
+}
+
+json readLayerList(const MDagPath& shape)
+{
+    MCommandResult result;
+    MString text;
+    MGlobal::executeCommand(MString("ngst2Layers -q -ll ") + shape.fullPathName(), result, false, false);
+    result.getResult(text);
+    json layers = json::parse(std::string(text.asUTF8()));
+    if (!layers.is_array())
+        throw std::invalid_argument("it is not an array");
+    return layers;
+}
+
+/// Runs a look-up on the layer list; whatever is wrong with the list becomes one error that names the shape.
+template <typename LookUp>
+auto onLayerList(const MDagPath& shape, LookUp&& lookUp) -> decltype(lookUp(json()))
+{
+    try {
+        return lookUp(readLayerList(shape));
+    } catch (const std::exception& failure) {
+        throw LayerListError(std::string("The ngSkinTools2 layer list of ") + shape.fullPathName().asChar() +
+                             " cannot be read: " + failure.what());
+    }
+}
+
+MStatus readWeights(int layerId, const MString& paintTarget, MDoubleArray& weights, const MDagPath& shape,
+                    ReportLines lines)
+{
+    MCommandResult result;
+    const MString command =
+        layerCommand(layerId, paintTarget) + " -q" + " -vertexWeights " + shape.fullPathName();
+    MStatus status = MGlobal::executeCommand(command, result, false, false);
+    if (!status)
+        return apiError(status, kHelperSource, lines.read);
+    weights.clear();
+    result.getResult(weights);
+    if (weights.length() != 0)
+        return MS::kSuccess;
+    MCommandResult countResult;
+    int count = 0;
+    status = MGlobal::executeCommand(MString("ngst2Layers") + " -q" + " -vertexCount " + shape.fullPathName(),
+                                     countResult, false, false);
+    if (!status)
+        return apiError(status, kHelperSource, lines.count);
+    countResult.getResult(count);
+    weights = MDoubleArray(count > 0 ? static_cast<unsigned int>(count) : 0U, 0.0);
+    return MS::kSuccess;
+}
+
+/// The values list of a write: each number as the platform writes it, in time linear in their count.
+std::string valuesText(const double* values, std::size_t count)
+{
+    std::string text;
+    text.reserve(count * 8);
+    MString number;
+    for (std::size_t vertex = 0; vertex < count; ++vertex) {
+        if (vertex != 0)
+            text += ',';
+        number.clear();
+        number += values[vertex];
+        text.append(number.asChar(), number.length());
+    }
+    return text;
+}
+
+std::string valuesText(const MDoubleArray& weights)
+{
+    const std::vector<double> values = toVector(weights);
+    return valuesText(values.data(), values.size());
+}
+
+void writeWeights(int layerId, const MString& paintTarget, const std::string& values, const MDagPath& shape)
+{
+    std::string command = (layerCommand(layerId, paintTarget) + " -e" + " -vertexWeights \"").asChar();
+    command += values;
+    command += "\" ";
+    command += shape.fullPathName().asChar();
+    runMel(command.c_str());
+}
+
+} // namespace
+
+bool isNgEnabled()
+{
+    return queryMelInt("exists ngst2Layers") != 0;
+}
+
+bool hasNgData(MObject& skinCluster)
+{
+    const MPlug message = MFnDependencyNode(skinCluster).findPlug("message", false);
+    MPlugArray fed;
+    message.connectedTo(fed, false, true);
+    for (unsigned int plug = 0; plug < fed.length(); ++plug) {
+        if (MFnDependencyNode(fed[plug].node()).typeName() == "ngst2SkinLayerData")
+            return true;
+    }
+    return false;
+}
+
+unsigned int getLayerId(MDagPath shape, MString layerName)
+{
+    const std::string wanted = layerName.asUTF8();
+    return onLayerList(shape, [&wanted](const json& layers) {
+        for (const json& layer : layers) {
+            const auto name = layer.find("name");
+            const auto id = layer.find("id");
+            if (name != layer.end() && id != layer.end() && name->get<std::string>() == wanted)
+                return static_cast<unsigned int>(id->get<int>());
+        }
+        return kNotFound;
+    });
+}
+
+bool layerHasChildren(MDagPath shape, int layerId)
+{
+    return onLayerList(shape, [layerId](const json& layers) {
+        for (const json& layer : layers) {
+            const auto id = layer.find("id");
+            if (id != layer.end() && id->get<int>() == layerId)
+                return !layer.at("children").empty();
+        }
+        return false;
+    });
+}
+
+MStatus getNgMaskWeights(int layerId, MDoubleArray& weights, const MDagPath& shape)
+{
+    return readWeights(layerId, "mask", weights, shape, kMaskLines);
+}
+
+MStatus getNgDqWeights(int layerId, MDoubleArray& weights, const MDagPath& shape)
+{
+    return readWeights(layerId, "dq", weights, shape, kDqLines);
+}
+
+MStatus getNgInfluenceWeights(int layerId, unsigned int influence, MDoubleArray& weights,
+                              const MDagPath& shape)
+{
+    return readWeights(layerId, influenceTarget(influence), weights, shape, kInfluenceLines);
+}
+
+void setNgMaskWeights(int layerId, const MDoubleArray& weights, const MDagPath& shape)
+{
+    writeWeights(layerId, "mask", valuesText(weights), shape);
+}
+
+void setNgDqWeights(int layerId, const MDoubleArray& weights, const MDagPath& shape)
+{
+    writeWeights(layerId, "dq", valuesText(weights), shape);
+}
+
+void setNgInfluenceWeights(int layerId, unsigned int influence, const MDoubleArray& weights,
+                           const MDagPath& shape)
+{
+    writeWeights(layerId, influenceTarget(influence), valuesText(weights), shape);
+}
+
+void setNgInfluenceWeights2(int layerId, unsigned int influence, const MIntArray& allInfluenceIds,
+                            const MDoubleArray& newWeights, const MDagPath& shape,
+                            const std::vector<MDoubleArray>& oldAllWeights, bool distribute)
+{
+    NgInfluenceWriter writer(layerId, influence, allInfluenceIds, oldAllWeights, shape, distribute);
+    if (writer.canWrite(newWeights.length()))
+        writer.write(toVector(newWeights));
+    else
+        refuseObject(shape, kSparseInfluences);
+}
+
+NgInfluenceWriter::NgInfluenceWriter(int layerId, unsigned int influence, const MIntArray& allInfluenceIds,
+                                     const std::vector<MDoubleArray>& oldAllWeights, const MDagPath& shape,
+                                     bool distribute)
+    : layer(layerId), edited(influence), path(shape), spread(distribute), oldTexts(oldAllWeights.size())
+{
+    table.logicalIndices = toVector(allInfluenceIds);
+    table.rows.reserve(oldAllWeights.size());
+    for (const MDoubleArray& weights : oldAllWeights)
+        table.rows.push_back(toVector(weights));
+}
+
+bool NgInfluenceWriter::canWrite(std::size_t vertexCount) const
+{
+    return canRedistribute(table, edited, vertexCount);
+}
+
+void NgInfluenceWriter::write(const std::vector<double>& newWeights)
+{
+    const std::vector<std::vector<double>> changed = redistribute(table, edited, newWeights, spread);
+    // Both look-ups use the logical index as a position; canWrite has made sure that it is one.
+    for (int logical : table.logicalIndices) {
+        const auto row = static_cast<std::size_t>(logical);
+        if (static_cast<unsigned int>(table.logicalIndices[row]) == edited)
+            continue;
+        const MString target = influenceTarget(static_cast<unsigned int>(logical));
+        if (!changed[row].empty()) {
+            writeWeights(layer, target, valuesText(changed[row].data(), changed[row].size()), path);
+            continue;
+        }
+        if (oldTexts[row].empty())
+            oldTexts[row] = valuesText(table.rows[row].data(), table.rows[row].size());
+        writeWeights(layer, target, oldTexts[row], path);
+    }
+    writeWeights(layer, influenceTarget(edited), valuesText(newWeights.data(), newWeights.size()), path);
+}

@@ -1,0 +1,38 @@
+#include "mel.h"
+
+#include <maya/MCommandResult.h>
+#include <maya/MGlobal.h>
+
+void runMel(const MString& command)
+{
+    MGlobal::executeCommand(command, false, false);
+}
+
+int queryMelInt(const MString& command)
+{
+    MCommandResult result;
+    int value = 0;
+    MGlobal::executeCommand(command, result, false, false);
+    result.getResult(value);
+    return value;
+}
+
+void runMelOnIdle(const MString& command)
+{
+    MGlobal::executeCommandOnIdle(command, false);
+}
+
+void symmetrizeSelection()
+{
+    MGlobal::executeCommand("if (`symmetricModelling -q -symmetry`){SymmetrizeSelection;}", false, true);
+}
+
+UndoChunk::UndoChunk()
+{
+    MGlobal::executeCommand("undoInfo -openChunk -chunkName \"morvaneToolCmd\"", false, true);
+}
+
+UndoChunk::~UndoChunk()
+{
+    MGlobal::executeCommand("undoInfo -closeChunk", false, true);
+}

@@ -1,0 +1,237 @@
+// Copying weights, pasting them by nearest vertex, and handing an edit to its tool command.
+#include "helperFunctions/helperFunctions.h"
+#include "kernels/nearestMatch.h"
+#include "morvaneContext/morvaneContext.h"
+#include "morvaneToolCommand/morvaneToolCommand.h"
+#include "report.h"
+#include "weightModes/modeTable.h"
+
+#include <iostream>
+#include <maya/MFnGeometryFilter.h>
+#include <maya/MItGeometry.h>
+
+namespace {
+
+/// The points of one item, before deformation: object-space positions and vertex indices, in component order.
+struct RestPoints {
+    std::vector<Position> positions;
+    std::vector<int> ids;
+};
+
+/// Reads them from the shape that goes into the deformer, so that deformation does not disturb a match. False
+/// when the deformer does not deform the item's shape.
+bool readRestPoints(const MObject& deformer, const EditedObject& item, RestPoints& points)
+{
+    const MFnGeometryFilter filter(deformer);
+    MStatus status;
+    const unsigned int geometry = filter.indexForOutputShape(item.path.node(), &status);
+    if (!status)
+        return false;
+    const MObject input = filter.inputShapeAtIndex(geometry, &status);
+    MDagPath path;
+    if (!status || input.isNull() || !MDagPath::getAPathTo(input, path))
+        return false;
+    MObject component = item.component;
+    MItGeometry iterator(path, component, &status);
+    if (!status)
+        return false;
+    for (; !iterator.isDone(); iterator.next()) {
+        const MPoint point = iterator.position(MSpace::kObject);
+        points.positions.push_back({point.x, point.y, point.z});
+        points.ids.push_back(iterator.index());
+    }
+    return true;
+}
+
+/// All copied items, ready to be searched.
+class CopiedPoints {
+public:
+    /// Null when the deformer does not deform one of them, which is said.
+    static std::unique_ptr<CopiedPoints> read(const MObject& deformer, const MSelectionList& copiedSel)
+    {
+        std::vector<std::vector<Position>> positions;
+        std::vector<std::vector<int>> ids;
+        for (unsigned int index = 0; index < copiedSel.length(); ++index) {
+            EditedObject item;
+            RestPoints points;
+            if (!findEditedObject(copiedSel, index, item) || !readRestPoints(deformer, item, points)) {
+                refuseObject(item.path,
+                             "weights were copied from it, but the deformer does not deform it; nothing "
+                             "was pasted.");
+                return nullptr;
+            }
+            positions.push_back(std::move(points.positions));
+            ids.push_back(std::move(points.ids));
+        }
+        return std::unique_ptr<CopiedPoints>(new CopiedPoints(positions, std::move(ids)));
+    }
+
+    /// A target point with no copied point in reach takes position 0 and id 0 of the item that the target
+    /// point before it matched (item 0 for the first one).
+    PasteMatch match(const std::vector<Position>& targets) const
+    {
+        PasteMatch matches;
+        int item = 0;
+        for (const Position& target : targets) {
+            const VertexMatch nearest = search.nearest(target);
+            if (nearest.found)
+                item = static_cast<int>(nearest.object);
+            matches.objects.push_back(item);
+            matches.positions.push_back(nearest.found ? static_cast<int>(nearest.position) : 0);
+            matches.ids.push_back(nearest.found ? ids[nearest.object][nearest.position] : 0);
+        }
+        return matches;
+    }
+
+    const std::vector<int>& lastIds() const { return ids.back(); }
+
+private:
+    CopiedPoints(const std::vector<std::vector<Position>>& positions, std::vector<std::vector<int>> vertexIds)
+        : search(positions), ids(std::move(vertexIds))
+    {}
+
+    NearestMatch search;
+    std::vector<std::vector<int>> ids;
+};
+
+} // namespace
+
+MStatus morvaneContext::copyWeights()
+{
+    emptyCopyBuffer();
+    // The analysis appends to the columns of the tool's own record. A copy needs them for itself, and the
+    // edit that may be under way needs them back.
+    const MIntArray influences(skinInfluenceIds), layers(ngLayerIds), layerInfluences(ngInfluenceIds);
+    const std::vector<MIntArray> allInfluences(allInfluenceLogicalIds);
+    clearColumns();
+    getValidActiveSel(copiedSel, copiedSoftSelectWeights, copiedSkinClusters);
+    const MStatus status =
+        getWeights(copiedSel, copiedSkinWeights, copiedInfluenceWeights, copiedBlendWeights, copiedWeights,
+                   copiedSkinClusters, copiedIndexArray, skinInfluenceIds, ngInfluenceIds, copiedNgWeights,
+                   copiedAllInfluenceNgWeights);
+    skinInfluenceIds = influences;
+    ngLayerIds = layers;
+    ngInfluenceIds = layerInfluences;
+    allInfluenceLogicalIds = allInfluences;
+    if (!status) {
+        std::cerr << std::endl;
+        emptyCopyBuffer();
+        return MS::kFailure;
+    }
+    copiedWeightMode = weightMode;
+    weightsCopied = true;
+    return MS::kSuccess;
+}
+
+void morvaneContext::emptyCopyBuffer()
+{
+    copiedSel.clear();
+    copiedSoftSelectWeights.clear();
+    copiedWeights.clear();
+    copiedInfluenceWeights.clear();
+    copiedSkinWeights.clear();
+    copiedBlendWeights.clear();
+    copiedSkinClusters.clear();
+    copiedIndexArray.clear();
+    copiedNgWeights.clear();
+    copiedAllInfluenceNgWeights.clear();
+}
+
+MStatus morvaneContext::pasteWeights()
+{
+    if (copiedSel.isEmpty())
+        return MS::kFailure;
+    validSel.clear();
+    softSelectWeights.clear();
+    validSkinClusters.clear();
+    clearColumns();
+    oldIndexArray.clear();
+    liveObjects.clear();
+    getValidActiveSel(validSel, softSelectWeights, validSkinClusters);
+    // Without the old weights a paste could not be undone; the read has said why.
+    if (validSel.isEmpty() || !getOldWeights())
+        return MS::kFailure;
+    morvaneToolCommand* command = makeToolCommand();
+    if (command == nullptr)
+        return MS::kFailure;
+    passToToolCommand(command);
+    command->setToolOperation(kPaste);
+    PasteRecord pasted;
+    if (!fillPasteArrays(pasted))
+        return MS::kSuccess;
+    command->setPasteWeights(pasted.pasteWeights);
+    command->setPasteNgAllInfluenceWeights(pasted.pasteNgAllInfluenceWeights);
+    command->setRefusedObjects(pasted.refusedObjects);
+    command->redoIt();
+    command->finalize();
+    return MS::kSuccess;
+}
+
+/// One entry per target object. False when the copy does not go with the mode, which is said.
+bool morvaneContext::fillPasteArrays(PasteRecord& pasted)
+{
+    const unsigned int count = validSel.length();
+    pasted.pasteWeights.resize(count);
+    pasted.pasteNgAllInfluenceWeights.resize(count);
+    pasted.refusedObjects.assign(count, false);
+    const WeightStore& store = modeRow(weightMode).store();
+    const PasteVerdict verdict = store.acceptsCopy(copiedWeightMode);
+    if (verdict == PasteVerdict::kLeaveAlone)
+        pasted.refusedObjects.assign(count, true);
+    const bool warns = verdict == PasteVerdict::kStop || verdict == PasteVerdict::kWarnGoOn;
+    for (unsigned int index = 0; warns && index < count; ++index) {
+        MGlobal::displayWarning("Weights were copied in an incompatible weight mode");
+        if (verdict == PasteVerdict::kStop)
+            return false;
+    }
+    if (verdict != PasteVerdict::kAccepted)
+        return true;
+    const std::unique_ptr<CopiedPoints> copied = CopiedPoints::read(activeDeformer, copiedSel);
+    for (unsigned int index = 0; index < count; ++index) {
+        EditedObject object;
+        RestPoints points;
+        pasted.refusedObjects[index] = true;
+        if (!copied)
+            continue;
+        if (!findEditedObject(validSel, index, object) || !readRestPoints(activeDeformer, object, points)) {
+            refuseObject(object.path, kNotDeformed);
+            continue;
+        }
+        const PasteMatch match = copied->match(points.positions);
+        pasted.refusedObjects[index] =
+            !store.fillPaste({*this, *this, object, match, points.ids, copied->lastIds()}, pasted);
+    }
+    return true;
+}
+
+MStatus morvaneContext::passToToolCommand(morvaneToolCommand* command)
+{
+    modeRow(weightMode).store().completeRecord(*this);
+    command->setToolOperation(kSculpt);
+    command->setValidSel(validSel);
+    command->setOldInfluenceWeights(oldInfluenceWeights);
+    command->setOldBlendWeights(oldBlendWeights);
+    command->setOldSkinWeights(oldSkinWeights);
+    command->setOldWeights(oldWeights);
+    command->setWeightMode(weightMode);
+    command->setClampedMin(clampedMin);
+    command->setClampedMax(clampedMax);
+    command->setWeightMin(weightMin);
+    command->setWeightMax(weightMax);
+    command->setDistributeWeightsNg(distributeWeightsNg);
+    command->setActiveDeformer(activeDeformer);
+    command->setWeightsPlug(weightsPlug);
+    command->setWeightListAttr(weightListAttr);
+    command->setTargetIndex(targetIndex);
+    command->setSkinInfluenceIds(skinInfluenceIds);
+    command->setValidSkinClusters(validSkinClusters);
+    command->setSkinInfluence(skinInfluence);
+    command->setSoftSelectWeights(softSelectWeights);
+    command->setOffsetValue(offsetValue);
+    command->setNgInfluenceIds(ngInfluenceIds);
+    command->setNgLayerIds(ngLayerIds);
+    command->setAllInfluenceLogicalIds(allInfluenceLogicalIds);
+    command->setOldNgWeights(oldNgWeights);
+    command->setOldAllInfluenceNgWeight(oldAllInfluenceNgWeight);
+    return MS::kSuccess;
+}

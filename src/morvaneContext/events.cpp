@@ -1,0 +1,217 @@
+// Press, drag and release: which of them sculpts, which selects, and what goes onto the undo queue.
+#include "helperFunctions/ngLayers.h"
+#include "mel.h"
+#include "morvaneContext/morvaneContext.h"
+#include "morvaneToolCommand/morvaneToolCommand.h"
+#include "report.h"
+
+namespace {
+
+/// The selection that a press in select mode ends with: control removes, as marquees do everywhere on the
+/// platform. A click that is about to sculpt has another table.
+MGlobal::ListAdjustment adjustmentOfSelectPress(bool shift, bool control)
+{
+    if (shift)
+        return control ? MGlobal::kAddToList : MGlobal::kXORWithList;
+    return control ? MGlobal::kRemoveFromList : MGlobal::kReplaceList;
+}
+
+/// Keeps click-drag selection off and, for a press, the selection as it is while the base class handles an
+/// event.
+class BaseHandling {
+public:
+    BaseHandling()
+    {
+        runMel("selectPref -clickDrag false");
+        MGlobal::getActiveSelectionList(selection, false);
+        MGlobal::getRichSelection(rich, true);
+    }
+    ~BaseHandling()
+    {
+        MGlobal::setActiveSelectionList(selection, MGlobal::kReplaceList);
+        MGlobal::setRichSelection(rich);
+        runMel("selectPref -clickDrag true");
+    }
+    BaseHandling(const BaseHandling&) = delete;
+    BaseHandling& operator=(const BaseHandling&) = delete;
+
+private:
+    MSelectionList selection;
+    MRichSelection rich;
+};
+
+} // namespace
+
+MStatus morvaneContext::doPress(MEvent& event, MHWRender::MUIDrawManager& drawManager,
+                                const MHWRender::MFrameContext& context)
+{
+    return guarded([&] { return pressed(event, drawManager, context); });
+}
+
+MStatus morvaneContext::doDrag(MEvent& event, MHWRender::MUIDrawManager& drawManager,
+                               const MHWRender::MFrameContext& context)
+{
+    return guarded([&] { return dragged(event, drawManager, context); });
+}
+
+MStatus morvaneContext::doRelease(MEvent& event, MHWRender::MUIDrawManager& drawManager,
+                                  const MHWRender::MFrameContext& context)
+{
+    return guarded([&] { return released(event, drawManager, context); });
+}
+
+MStatus morvaneContext::doPtrMoved(MEvent& event, MHWRender::MUIDrawManager& drawManager,
+                                   const MHWRender::MFrameContext& context)
+{
+    return guarded([&] { return MPxContext::doPtrMoved(event, drawManager, context); });
+}
+
+MStatus morvaneContext::doPtrMoved(MEvent&)
+{
+    return MS::kSuccess;
+}
+
+MStatus morvaneContext::pressed(MEvent& event, MHWRender::MUIDrawManager& drawManager,
+                                const MHWRender::MFrameContext& context)
+{
+    mouseDown = true;
+    if (callBaseHandlers) {
+        const BaseHandling bracket;
+        MPxSelectionContext::doPress(event, drawManager, context);
+    }
+    clearData();
+    event.getPosition(pressX, pressY);
+    pressPoint = MPoint(pressX, pressY, 0, 1);
+    shiftHeld = event.isModifierShift();
+    controlHeld = event.isModifierControl();
+    toolCommand = makeToolCommand();
+    // A press that cannot sculpt stays in select mode; it has been reported.
+    getContextMode(event, drawManager, context);
+    ngEnabled = isNgEnabled();
+    if (contextMode != kSculptMode) {
+        contextMode = kSelectMode;
+        listAdjustment = adjustmentOfSelectPress(shiftHeld, controlHeld);
+        return MS::kSuccess;
+    }
+    directionStep = 0.005;
+    getValidActiveSel(validSel, softSelectWeights, validSkinClusters);
+    if (validSel.isEmpty())
+        return MS::kSuccess;
+    // Without the old weights there is no stroke; the read has said why.
+    if (getOldWeights())
+        prepareStroke();
+    getDirectionVector();
+    return MS::kSuccess;
+}
+
+MStatus morvaneContext::getContextMode(MEvent& event, MHWRender::MUIDrawManager& drawManager,
+                                       const MHWRender::MFrameContext& context)
+{
+    MStatus status = checkActiveDeformer(deformerStr);
+    if (!status)
+        return apiError(status, kContextSource, __LINE__);
+    status = processClick(event, drawManager, context);
+    if (!status)
+        return apiError(status, kContextSource, __LINE__);
+    return MS::kSuccess;
+}
+
+MStatus morvaneContext::dragged(MEvent& event, MHWRender::MUIDrawManager& drawManager,
+                                const MHWRender::MFrameContext& context)
+{
+    short x = 0, y = 0;
+    const MStatus status = event.getPosition(x, y);
+    if (!status)
+        return apiError(status, kContextSource, __LINE__);
+    dragPoint = MPoint(x, y, 0, 1);
+    if (contextMode == kSculptMode)
+        return doDragSculpt(event, drawManager, context);
+    doDragSelect(event, drawManager, context);
+    return MS::kSuccess;
+}
+
+MStatus morvaneContext::released(MEvent& event, MHWRender::MUIDrawManager& drawManager,
+                                 const MHWRender::MFrameContext& context)
+{
+    event.getPosition(releaseX, releaseY);
+    if (callBaseHandlers) {
+        const BaseHandling bracket;
+        MPxSelectionContext::doRelease(event, drawManager, context);
+    }
+    mouseDown = false;
+    // A release that no press came before has nothing to record.
+    if (toolCommand == nullptr)
+        return MS::kSuccess;
+    const MStatus status = contextMode == kSculptMode ? releaseSculpt(drawManager) : doReleaseSelect();
+    toolCommand = nullptr;
+    liveObjects.clear();
+    return status;
+}
+
+MStatus morvaneContext::releaseSculpt(MHWRender::MUIDrawManager& drawManager)
+{
+    MSelectionList selection;
+    if (offsetValue == 0.0) {
+        if (selectionChanged) {
+            MGlobal::getActiveSelectionList(selection, false);
+            toolCommand->setNewRichSel();
+            toolCommand->setNewSel(selection);
+            toolCommand->setSelectionChanged(true);
+            toolCommand->setToolOperation(kSelect);
+            recordSelection();
+        }
+        return MS::kSuccess;
+    }
+    passToToolCommand(toolCommand);
+    // An empty drawable clears the labels.
+    drawManager.beginDrawable(MHWRender::MUIDrawManager::kAutomatic, 0);
+    drawManager.endDrawable();
+    if (selectionChanged) {
+        toolCommand->setNewRichSel();
+        MGlobal::getActiveSelectionList(selection, false);
+        toolCommand->setNewSel(selection);
+        toolCommand->setSelectionChanged(true);
+    }
+    // Not redone: the drag has written the weights.
+    toolCommand->finalize();
+    return MS::kSuccess;
+}
+
+void morvaneContext::clearData()
+{
+    selectionChanged = false;
+    controlHeld = false;
+    shiftHeld = false;
+    offsetValue = 0.0;
+    validSel.clear();
+    softSelectWeights.clear();
+    validSkinClusters.clear();
+    clearColumns();
+    oldBlendWeights.clear();
+    oldSkinWeights.clear();
+    oldInfluenceWeights.clear();
+    directionVector = MVector(0, 0, 0);
+    oldIndexArray.clear();
+    richSel.clear();
+    pressSelection.clear();
+    pickList.clear();
+    oldNgWeights.clear();
+    oldAllInfluenceNgWeight.clear();
+    liveObjects.clear();
+    contextMode = kSelectMode;
+}
+
+/// The index columns that the selection analysis appends to, whoever asks for it.
+void morvaneContext::clearColumns()
+{
+    skinInfluenceIds.clear();
+    ngLayerIds.clear();
+    ngInfluenceIds.clear();
+    allInfluenceLogicalIds.clear();
+}
+
+morvaneToolCommand* morvaneContext::makeToolCommand()
+{
+    // The platform makes the command that was registered together with the context command.
+    return static_cast<morvaneToolCommand*>(newToolCommand());
+}

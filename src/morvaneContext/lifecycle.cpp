@@ -1,0 +1,142 @@
+// Construction, switching the tool on and off, hot keys, heads-up display and the exit callback.
+#include "mel.h"
+#include "morvaneContext/morvaneContext.h"
+#include "report.h"
+#include "weightModes/modeTable.h"
+
+#include <maya/MCommandResult.h>
+#include <maya/MSceneMessage.h>
+#include <maya/MStringArray.h>
+
+namespace {
+
+const char* const helpString =
+    "Click and drag vertices to adjust the weightmap. Hold control for more precision.";
+
+MString quoted(const char* command, const MString& name)
+{
+    return MString(command) + "\"" + name + "\"";
+}
+
+} // namespace
+
+MCallbackId morvaneContext::mayaClosedCallback = 0;
+
+morvaneContext::morvaneContext() : tempHotkeySet(morvaneTemp)
+{
+    // The user's defaults; those of a bare record suit a tool command.
+    clampedMin = true;
+    weightMax = 1.0;
+    createMayaClosedCallback();
+}
+
+morvaneContext::~morvaneContext() = default;
+
+void morvaneContext::getClassName(MString& name) const
+{
+    name = "morvane";
+}
+
+void morvaneContext::toolOnSetup(MEvent&)
+{
+    guarded([this] {
+        setImage("morvane.xpm", MPxContext::kImage1);
+        MGlobal::executeCommand("selectPref -q -clickDrag", clickDragPref, false, false);
+        runMel("selectPref -clickDrag true");
+        runMel("selectMode -component");
+        setAllowSoftSelect();
+        setAllowSymmetry();
+        setAllowPreSelectHilight();
+        setAllowDoubleClickAction();
+        setupCustomHotkeys();
+        setUpHUD();
+        setHelpString(helpString);
+        return MStatus(MS::kSuccess);
+    });
+}
+
+void morvaneContext::toolOffCleanup()
+{
+    guarded([this] {
+        runMelOnIdle(clickDragPref != 0 ? "selectPref -clickDrag true" : "selectPref -clickDrag false");
+        cleanupCustomHotkeys();
+        cleanupHUD();
+        return MStatus(MS::kSuccess);
+    });
+}
+
+void morvaneContext::setupCustomHotkeys()
+{
+    MCommandResult setsResult;
+    MStringArray sets;
+    MGlobal::executeCommand("hotkeySet -q -hotkeySetArray", setsResult, false, false);
+    setsResult.getResult(sets);
+    for (unsigned int set = 0; set < sets.length(); ++set) {
+        if (!(sets[set] == tempHotkeySet))
+            continue;
+        // Left over from a session that ended badly.
+        runMel("hotkeySet -e -current \"Maya_Default\"");
+        runMel(quoted("hotkeySet -e -delete ", tempHotkeySet));
+    }
+    MCommandResult current;
+    MGlobal::executeCommand("hotkeySet -q -current", current, false, false);
+    current.getResult(previousHotkeySet);
+    runMel(quoted("hotkeySet -source ", previousHotkeySet) + " \"" + tempHotkeySet + "\"");
+    runMel(quoted("hotkeySet -e -current ", tempHotkeySet));
+    runMel("hotkeyCtx - type \"Tool\" -addClient \"morvaneClient\";");
+    runMel("hotkey -keyShortcut \"c\" -ctxClient \"morvaneClient\" -name \"MorvaneCopyNameCommand\";");
+    runMel("hotkey -keyShortcut \"v\" -ctxClient \"morvaneClient\" -name \"MorvanePasteNameCommand\";");
+    runMelOnIdle("hotkeyCtx -type \"Tool\" -currentClient \"morvaneClient\";");
+}
+
+void morvaneContext::cleanupCustomHotkeys()
+{
+    runMel(quoted("hotkeySet -e -current ", previousHotkeySet));
+    runMel(quoted("hotkeySet -e -delete ", tempHotkeySet));
+}
+
+void morvaneContext::setUpHUD()
+{
+    runMelOnIdle(MString("if (`headsUpDisplay -ex \"") + morvaneHUD +
+                 "\"`){string $hudLabel = (\"Sculpting On:" + hudDisplayString +
+                 "\");headsUpDisplay -e -vis 1 -label $hudLabel \"" + morvaneHUD + "\";}");
+}
+
+void morvaneContext::setHudDisplayString()
+{
+    const LabelParts parts = {deformerStr,  weightsPlugStr, skinInfluenceStr,
+                              targetString, ngLayerString,  activeDeformer.hasFn(MFn::kBlendShape)};
+    hudDisplayString = modeRow(weightMode).label(parts);
+    runMelOnIdle(MString("if (`headsUpDisplay -q -vis \"") + morvaneHUD +
+                 "\"`){string $hudLabel = (\"Sculpting On:" + hudDisplayString +
+                 "\");headsUpDisplay -e -label $hudLabel \"" + morvaneHUD + "\";}");
+}
+
+void morvaneContext::cleanupHUD()
+{
+    runMelOnIdle(MString("if (`headsUpDisplay - ex \"") + morvaneHUD + "\"`){headsUpDisplay -e -vis 0 \"" +
+                 morvaneHUD + "\";}");
+}
+
+void morvaneContext::createMayaClosedCallback()
+{
+    if (mayaClosedCallback == 0)
+        mayaClosedCallback = MSceneMessage::addCallback(MSceneMessage::kMayaExiting, mayaClosedFunc, nullptr);
+}
+
+void morvaneContext::removeMayaClosedCallback()
+{
+    if (mayaClosedCallback != 0)
+        MMessage::removeCallback(mayaClosedCallback);
+    mayaClosedCallback = 0;
+}
+
+void morvaneContext::mayaClosedFunc(void*)
+{
+    guarded([] {
+        MMessage::removeCallback(mayaClosedCallback);
+        if (queryMelInt("hotkeySet -q -exists \"morvaneTemp\"") != 0)
+            runMel("hotkeySet -e -delete \"morvaneTemp\"");
+        return MStatus(MS::kSuccess);
+    });
+}

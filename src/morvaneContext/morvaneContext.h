@@ -1,0 +1,248 @@
+#pragma once
+
+#include "common.h"
+#include "weightModes/editRecord.h"
+#include "weightModes/weightStore.h"
+
+#include <maya/MEvent.h>
+#include <maya/MFrameContext.h>
+#include <maya/MGlobal.h>
+#include <maya/MMessage.h>
+#include <maya/MPoint.h>
+#include <maya/MPxSelectionContext.h>
+#include <maya/MRichSelection.h>
+#include <maya/MString.h>
+#include <maya/MUIDrawManager.h>
+#include <maya/MVector.h>
+#include <memory>
+#include <vector>
+
+class morvaneToolCommand;
+
+/// The interactive tool: it sculpts weights by dragging vertices. The context command makes one per tool
+/// instance; the platform owns it and sends it the events of the mouse while the tool is current, one at a
+/// time, on the main thread.
+///
+/// It holds the user's settings, which last as long as the tool, the working data of the current press (the
+/// record, a base class because the tool command keeps the same one), and the copied weights. Every operation
+/// that the platform calls catches what is thrown below it.
+class morvaneContext : public MPxSelectionContext, private EditRecord, private CopyBuffer {
+public:
+    morvaneContext();
+    ~morvaneContext() override;
+
+    // Life of the tool (lifecycle.cpp).
+    void toolOnSetup(MEvent& event) override;
+    void toolOffCleanup() override;
+    /// "morvane", from which the platform makes the names of the settings procedures.
+    void getClassName(MString& name) const override;
+    /// Rebuilds the label of what is sculpted and, while the display is visible, shows it.
+    void setHudDisplayString();
+    /// Removes the callback that cleans up when the platform exits; called when the plug-in is unloaded.
+    static void removeMayaClosedCallback();
+
+    // Mouse events (events.cpp, selecting.cpp).
+    using MPxSelectionContext::doDrag;
+    using MPxSelectionContext::doPress;
+    using MPxSelectionContext::doRelease;
+    MStatus doPress(MEvent& event, MHWRender::MUIDrawManager& drawManager,
+                    const MHWRender::MFrameContext& context) override;
+    MStatus doRelease(MEvent& event, MHWRender::MUIDrawManager& drawManager,
+                      const MHWRender::MFrameContext& context) override;
+    MStatus doDrag(MEvent& event, MHWRender::MUIDrawManager& drawManager,
+                   const MHWRender::MFrameContext& context) override;
+    MStatus doPtrMoved(MEvent& event, MHWRender::MUIDrawManager& drawManager,
+                       const MHWRender::MFrameContext& context) override;
+    MStatus doPtrMoved(MEvent& event) override;
+    /// Finds what a press hit and decides between sculpting and selecting; selects an unselected vertex
+    /// first.
+    virtual MStatus processClick(MEvent& event, MHWRender::MUIDrawManager& drawManager,
+                                 const MHWRender::MFrameContext& context);
+
+    // Settings (settings.cpp). Plain setters store what they get. Those with a status keep the old value when
+    // it fails.
+    MStatus setDeformerStr(MString name);
+    MStatus setWeightsPlugStr(MString name);
+    MStatus setTargetString(MString name);
+    void setWeightMode(WeightMode mode);
+    void setSkinInfluenceStr(MString name);
+    void setNgLayerString(MString name);
+    void setTargetIndex(int index);
+    void setClampedMin(bool value) { clampedMin = value; }
+    void setClampedMax(bool value) { clampedMax = value; }
+    void setWeightMin(double value) { weightMin = value; }
+    void setWeightMax(double value) { weightMax = value; }
+    void setDisplayPrecision(int value) { displayPrecision = value; }
+    void setFontSize(int value) { fontSize = value; }
+    void setFontOpacity(float value) { fontOpacity = value; }
+    void setFontColorR(float value) { fontColorR = value; }
+    void setFontColorG(float value) { fontColorG = value; }
+    void setFontColorB(float value) { fontColorB = value; }
+    void setDisplayWeights(bool value) { displayWeights = value; }
+    void setDistributeWeightsNg(bool value) { distributeWeightsNg = value; }
+    void setSkinInfluence(MDagPath path) { skinInfluence = path; }
+    MString getDeformerStr() const { return deformerStr; }
+    bool getClampedMin() const { return clampedMin; }
+    bool getClampedMax() const { return clampedMax; }
+    double getWeightMin() const { return weightMin; }
+    double getWeightMax() const { return weightMax; }
+    int getDisplayPrecision() const { return displayPrecision; }
+    MString getTargetString() const { return targetString; }
+    bool getDisplayWeights() const { return displayWeights; }
+    int getFontSize() const { return fontSize; }
+    float getFontOpacity() const { return fontOpacity; }
+    float getFontColorR() const { return fontColorR; }
+    float getFontColorG() const { return fontColorG; }
+    float getFontColorB() const { return fontColorB; }
+    WeightMode getWeightMode() const { return weightMode; }
+    MString getWeightsPlugStr() const { return weightsPlugStr; }
+    MDagPath getSkinInfluence() const { return skinInfluence; }
+    MString getNgLayerString() const { return ngLayerString; }
+    bool getDistributeWeightsNg() const { return distributeWeightsNg; }
+
+    // What the weight stores work on.
+    EditRecord& record() { return *this; }
+    /// Whether ngSkinTools2 was there at the last press.
+    bool getNgEnabled() const { return ngEnabled; }
+
+    // Targets (targets.cpp).
+    /// Resolves the deformer's name; null on failure. Skin mode needs none and succeeds at once.
+    MStatus checkActiveDeformer(MString deformerName);
+    /// Resolves a weights attribute of the deformer; null on failure. It must be a top-level array of
+    /// compounds, one per geometry, with a child array of plain numbers, one per vertex.
+    MStatus checkWeightsPlug(MString plugName);
+    /// Turns the scene's selection into edited objects, appended to the outputs: first the selection itself,
+    /// then its symmetric half. Left empty when the mode cannot edit; people are told where they can do
+    /// something about it.
+    void getValidActiveSel(MSelectionList& validSel, std::vector<MFloatArray>& softSelectWeights,
+                           MObjectArray& validSkinClusters);
+
+    // Copy and paste (copyPaste.cpp).
+    MStatus copyWeights();
+    /// A failed status when nothing was copied or nothing is selected; success also after a warning.
+    MStatus pasteWeights();
+
+private:
+    enum ContextMode { kSculptMode = 0, kSelectMode = 1 };
+
+    // lifecycle.cpp
+    void setupCustomHotkeys();
+    void cleanupCustomHotkeys();
+    void setUpHUD();
+    void cleanupHUD();
+    void createMayaClosedCallback();
+    static void mayaClosedFunc(void* clientData);
+
+    // events.cpp
+    MStatus pressed(MEvent& event, MHWRender::MUIDrawManager& drawManager,
+                    const MHWRender::MFrameContext& context);
+    MStatus dragged(MEvent& event, MHWRender::MUIDrawManager& drawManager,
+                    const MHWRender::MFrameContext& context);
+    MStatus released(MEvent& event, MHWRender::MUIDrawManager& drawManager,
+                     const MHWRender::MFrameContext& context);
+    MStatus releaseSculpt(MHWRender::MUIDrawManager& drawManager);
+    void clearData();
+    void clearColumns();
+    MStatus getContextMode(MEvent& event, MHWRender::MUIDrawManager& drawManager,
+                           const MHWRender::MFrameContext& context);
+    morvaneToolCommand* makeToolCommand();
+
+    // selecting.cpp
+    void gatherPickList();
+    void doDragSelect(MEvent& event, MHWRender::MUIDrawManager& drawManager,
+                      const MHWRender::MFrameContext& context);
+    MStatus doReleaseSelect();
+    void recordSelection();
+
+    // picking.cpp
+    /// Whether the first candidate shares an element with the first item on the same shape of the selection;
+    /// sets clickHit and, on a hit, clickDagPath and clickComponent. The pixel is not used.
+    void getClickInfo(short x, short y, MSelectionList selection, MSelectionList candidates);
+
+    // direction.cpp
+    /// Measures how the clicked vertex moves on screen when its weight rises; the weight is put back.
+    MStatus getDirectionVector();
+    /// Turns the drag so far into a weight offset; fails, with offset 0, when there is no direction or no
+    /// motion.
+    MStatus getDirectionScalar();
+    MStatus probeClickedVertex(MPoint& low, MPoint& high);
+
+    // stroke.cpp
+    MStatus doDragSculpt(MEvent& event, MHWRender::MUIDrawManager& drawManager,
+                         const MHWRender::MFrameContext& context);
+    void prepareStroke();
+
+    // targets.cpp
+    void getMembers();
+
+    // selection.cpp
+    void analyzeSel(MSelectionList sel, MSelectionList& validSel,
+                    std::vector<MFloatArray>& softSelectWeights);
+    void analyzeSelSkin(MSelectionList sel, MSelectionList& validSel,
+                        std::vector<MFloatArray>& softSelectWeights, MObjectArray& validSkinClusters);
+
+    // weights.cpp
+    /// Reads the weights of every object of `sel` into the stores, by mode; see WeightReading for their
+    /// layouts.
+    MStatus getWeights(MSelectionList& sel, std::vector<MDoubleArray>& skinWeights,
+                       std::vector<MDoubleArray>& influenceWeights, std::vector<MDoubleArray>& blendWeights,
+                       std::vector<MFloatArray>& weights, MObjectArray& skinClusters,
+                       MIntArray& influenceCounts, MIntArray& influenceIds, MIntArray& ngInfluenceIds,
+                       std::vector<MDoubleArray>& ngWeights,
+                       std::vector<std::vector<MDoubleArray>>& allInfluenceNgWeights);
+    MStatus getOldWeights();
+
+    // copyPaste.cpp
+    MStatus passToToolCommand(morvaneToolCommand* command);
+    void emptyCopyBuffer();
+    bool fillPasteArrays(PasteRecord& pasted);
+
+    static MCallbackId mayaClosedCallback;
+
+    // Settings, beside those in the record; defaults are in the constructor's table of settings.cpp.
+    int displayPrecision = 2; ///< decimals of the labels
+    bool displayWeights = true;
+    int fontSize = 12;
+    float fontOpacity = 1.0F;
+    float fontColorR = 1.0F;
+    float fontColorG = 1.0F;
+    float fontColorB = 1.0F;
+    MString deformerStr;
+    MString weightsPlugStr;
+    MString skinInfluenceStr;
+    MString targetString;
+    MString ngLayerString;
+
+    // The current press. Positions are port pixels, origin lower left, in sixteen bits as events give them.
+    double directionStep = 0.005; ///< half the probe's span, weight units
+    bool shiftHeld = false;
+    bool controlHeld = false;
+    short pressX = 0, pressY = 0;
+    short releaseX = 0, releaseY = 0;
+    MPoint pressPoint;
+    MPoint dragPoint;
+    MGlobal::ListAdjustment listAdjustment = MGlobal::kAddToList;
+    morvaneToolCommand* toolCommand = nullptr; ///< made at press; not owned, null once it is handed over
+    int contextMode = kSelectMode;
+    bool mouseDown = false;
+    MIntArray oldIndexArray; ///< per object, its number of influences
+    MVector directionVector; ///< pixels per unit of weight
+    bool clickHit = false;
+    MDagPath clickDagPath;
+    MObject clickComponent; ///< one point
+    MSelectionList deformerMembers;
+    MSelectionList pickList;
+    MSelectionList pressSelection;
+    MRichSelection richSel; ///< always empty; never assigned
+    bool selectionChanged = false;
+    std::vector<std::unique_ptr<LiveObject>> liveObjects; ///< per object of validSel; null for a refused one
+
+    bool weightsCopied = false;    ///< a plain record: a copy exists and the mode has not changed since
+    bool callBaseHandlers = false; ///< the base class's selection handling runs too; nothing sets it
+    bool ngEnabled = false;
+
+    int clickDragPref = 0; ///< the user's preference, restored when the tool is left
+    MString previousHotkeySet;
+    MString tempHotkeySet;
+    MString hudDisplayString; ///< what follows "Sculpting On:"
+};

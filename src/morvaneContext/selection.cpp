@@ -1,0 +1,155 @@
+// From the selection in the scene to the objects, points and falloffs of an edit.
+#include "helperFunctions/helperFunctions.h"
+#include "morvaneContext/morvaneContext.h"
+#include "weightModes/modeTable.h"
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <maya/MFnSingleIndexedComponent.h>
+#include <maya/MFnTripleIndexedComponent.h>
+#include <maya/MWeight.h>
+
+namespace {
+
+/// What a selected component and one member component of the deformer have in common. `falloff` is appended
+/// to. Null when nothing.
+using CommonPoints = MObject (*)(const MObject& selected, const MObject& member, MFloatArray& falloff);
+
+float falloffAt(const MFnComponent& component, std::size_t position)
+{
+    return component.weight(static_cast<int>(position)).influence();
+}
+
+/// A forward merge of two ascending lists: a selected index that lies before the last match is dropped.
+template <MFn::Type kind>
+MObject commonSingle(const MObject& selected, const MObject& member, MFloatArray& falloff)
+{
+    const std::vector<int> members = componentElements(member);
+    const std::vector<int> elements = componentElements(selected);
+    const MFnSingleIndexedComponent weights(selected);
+    const bool ascending = std::is_sorted(members.begin(), members.end());
+    auto cursor = members.begin();
+    MIntArray common;
+    for (std::size_t k = 0; k < elements.size(); ++k) {
+        const auto match = ascending ? std::lower_bound(cursor, members.end(), elements[k])
+                                     : std::find(cursor, members.end(), elements[k]);
+        if (match == members.end() || *match != elements[k])
+            continue;
+        cursor = match;
+        common.append(elements[k]);
+        falloff.append(falloffAt(weights, k));
+    }
+    if (common.length() == 0)
+        return MObject();
+    MFnSingleIndexedComponent set;
+    MObject component = set.create(kind);
+    set.addElements(common);
+    return component;
+}
+
+/// Surfaces are never edited: their points are compared as if neither side had any.
+MObject commonSurface(const MObject&, const MObject&, MFloatArray&)
+{
+    return MObject();
+}
+
+std::vector<std::array<int, 3>> latticePoints(const MObject& component)
+{
+    MIntArray s, t, u;
+    MFnTripleIndexedComponent(component).getElements(s, t, u);
+    std::vector<std::array<int, 3>> points(s.length());
+    for (unsigned int k = 0; k < s.length(); ++k)
+        points[k] = {s[k], t[k], u[k]};
+    return points;
+}
+
+/// Lattice points take the falloff at the member's position of the match, not at the selection's: sculpted
+/// lattices look as they do because of it.
+MObject commonLattice(const MObject& selected, const MObject& member, MFloatArray& falloff)
+{
+    const std::vector<std::array<int, 3>> members = latticePoints(member);
+    std::map<std::array<int, 3>, std::size_t> firstPositions;
+    for (std::size_t position = 0; position < members.size(); ++position)
+        firstPositions.emplace(members[position], position);
+    const MFnTripleIndexedComponent weights(selected);
+    MFnTripleIndexedComponent set;
+    MObject component = set.create(MFn::kLatticeComponent);
+    bool found = false;
+    for (const std::array<int, 3>& point : latticePoints(selected)) {
+        const auto match = firstPositions.find(point);
+        if (match == firstPositions.end())
+            continue;
+        set.addElement(point[0], point[1], point[2]);
+        falloff.append(falloffAt(weights, match->second));
+        found = true;
+    }
+    return found ? component : MObject();
+}
+
+/// By the kind of the member's component; null for kinds that are not edited.
+CommonPoints commonPointsOf(const MObject& member)
+{
+    if (member.hasFn(MFn::kMeshVertComponent))
+        return commonSingle<MFn::kMeshVertComponent>;
+    if (member.hasFn(MFn::kCurveCVComponent))
+        return commonSingle<MFn::kCurveCVComponent>;
+    if (member.hasFn(MFn::kSurfaceCVComponent))
+        return commonSurface;
+    if (member.hasFn(MFn::kLatticeComponent))
+        return commonLattice;
+    return nullptr;
+}
+
+} // namespace
+
+void morvaneContext::analyzeSel(MSelectionList sel, MSelectionList& selectedObjects,
+                                std::vector<MFloatArray>& falloffs)
+{
+    for (unsigned int item = 0; item < sel.length(); ++item) {
+        EditedObject selected;
+        if (!findEditedObject(sel, item, selected))
+            continue;
+        const MObject node = selected.path.node();
+        // Not cleared between members: a second member on one object gets the falloff of the first before its
+        // own.
+        MFloatArray falloff;
+        for (unsigned int entry = 0; entry < deformerMembers.length(); ++entry) {
+            EditedObject member;
+            if (!findEditedObject(deformerMembers, entry, member) || !(member.path.node() == node))
+                continue;
+            const CommonPoints commonPoints = commonPointsOf(member.component);
+            if (commonPoints == nullptr)
+                continue;
+            const MObject common = commonPoints(selected.component, member.component, falloff);
+            if (common.isNull())
+                continue;
+            selectedObjects.add(selected.path, common, false);
+            falloffs.push_back(falloff);
+        }
+    }
+}
+
+void morvaneContext::analyzeSelSkin(MSelectionList sel, MSelectionList& selectedObjects,
+                                    std::vector<MFloatArray>&, MObjectArray& skinClusters)
+{
+    const WeightStore& store = modeRow(weightMode).store();
+    for (unsigned int item = 0; item < sel.length(); ++item) {
+        EditedObject selected;
+        if (!findEditedObject(sel, item, selected))
+            continue;
+        MStatus status;
+        MObject skinCluster = getSkinCluster(selected.path, status);
+        if (!status || !store.addSkinColumns(*this, selected.path, skinCluster))
+            continue;
+        skinClusters.append(skinCluster);
+        selectedObjects.add(selected.path, selected.component, false);
+        const MFnComponent component(selected.component);
+        const int count = selected.component.isNull() ? 0 : component.elementCount();
+        std::vector<float> falloff(static_cast<std::size_t>(count > 0 ? count : 0));
+        for (std::size_t position = 0; position < falloff.size(); ++position)
+            falloff[position] = falloffAt(component, position);
+        // Always the tool's own column, whichever the caller passed: a copy's falloff lands here too.
+        softSelectWeights.push_back(MFloatArray(falloff.data(), static_cast<unsigned int>(falloff.size())));
+    }
+}

@@ -1,0 +1,167 @@
+// Which deformer, which attribute and which of its points a mode works on.
+#include "helperFunctions/ngLayers.h"
+#include "morvaneContext/morvaneContext.h"
+#include "report.h"
+#include "weightModes/modeTable.h"
+
+#include <maya/MFnDependencyNode.h>
+#include <maya/MFnGeometryFilter.h>
+#include <maya/MFnSet.h>
+#include <maya/MFnSingleIndexedComponent.h>
+#include <maya/MFnTripleIndexedComponent.h>
+#include <maya/MItGeometry.h>
+#include <maya/MTypes.h>
+
+namespace {
+
+/// All points of a shape. Surfaces give none: their points are not sculpted.
+MObject allPoints(const MDagPath& path)
+{
+    MItGeometry iterator(path);
+    if (iterator.isDone())
+        return MObject();
+    const MObject first = iterator.currentItem();
+    if (first.hasFn(MFn::kLatticeComponent)) {
+        MFnTripleIndexedComponent points;
+        MObject component = points.create(MFn::kLatticeComponent);
+        for (; !iterator.isDone(); iterator.next()) {
+            MIntArray s, t, u;
+            MFnTripleIndexedComponent(iterator.currentItem()).getElements(s, t, u);
+            if (s.length() == 1)
+                points.addElement(s[0], t[0], u[0]);
+        }
+        return component;
+    }
+    MFn::Type kind = MFn::kInvalid;
+    if (first.hasFn(MFn::kMeshVertComponent))
+        kind = MFn::kMeshVertComponent;
+    else if (first.hasFn(MFn::kCurveCVComponent))
+        kind = MFn::kCurveCVComponent;
+    if (kind == MFn::kInvalid)
+        return MObject();
+    MFnSingleIndexedComponent points;
+    MObject component = points.create(kind);
+    points.setCompleteData(iterator.count());
+    return component;
+}
+
+/// The points of one output geometry that the deformer works on, as far as the platform tells; all of them
+/// otherwise.
+MObject deformedPoints(MFnGeometryFilter& filter, unsigned int geometry, const MDagPath& path)
+{
+#if MAYA_API_VERSION >= 20220000
+    MStatus status;
+    const MObject component = filter.getComponentAtIndex(geometry, &status);
+    if (status && !component.isNull())
+        return component;
+#else
+    static_cast<void>(filter);
+    static_cast<void>(geometry);
+#endif
+    return allPoints(path);
+}
+
+/// Members of a deformer without a set: newer releases keep them in component tags.
+void getTaggedMembers(MFnGeometryFilter& filter, MSelectionList& members)
+{
+    MObjectArray shapes;
+    filter.getOutputGeometry(shapes);
+    for (unsigned int shape = 0; shape < shapes.length(); ++shape) {
+        MDagPath path;
+        MStatus status;
+        const unsigned int geometry = filter.indexForOutputShape(shapes[shape], &status);
+        if (!status || !MDagPath::getAPathTo(shapes[shape], path))
+            continue;
+        const MObject component = deformedPoints(filter, geometry, path);
+        if (!component.isNull())
+            members.add(path, component, false);
+    }
+}
+
+/// Whether a plug is shaped like a deformer's weights: numbers in an array, in a compound that is an element
+/// of an array, which is a top-level attribute.
+bool isWeightsShape(const MPlug& plug)
+{
+    return plug.isArray() && plug.elementByLogicalIndex(0).numChildren() == 0 && plug.isChild() &&
+           plug.parent().isElement() && !plug.parent().array().isChild();
+}
+
+} // namespace
+
+MStatus morvaneContext::checkActiveDeformer(MString deformerName)
+{
+    const StorageFamily family = modeRow(weightMode).family;
+    // These modes find their data object by object.
+    if (family == StorageFamily::kSkinInfluence || (ngEnabled && modeRow(weightMode).isLayerMode))
+        return MS::kSuccess;
+    activeDeformer = MObject();
+    MSelectionList list;
+    MStatus status = list.add(deformerName);
+    if (!status)
+        return apiError(status, kContextSource, 201);
+    MObject node;
+    status = list.getDependNode(0, node);
+    if (!status)
+        return apiError(status, kContextSource, 205);
+    if (!node.hasFn(MFn::kGeometryFilt))
+        return MS::kFailure;
+    activeDeformer = node;
+    return MS::kSuccess;
+}
+
+MStatus morvaneContext::checkWeightsPlug(MString plugName)
+{
+    weightsPlug = MPlug();
+    weightListAttr = MObject();
+    if (activeDeformer.isNull())
+        return MS::kFailure;
+    MStatus status;
+    const MPlug plug = MFnDependencyNode(activeDeformer).findPlug(plugName, true, &status);
+    if (!status)
+        return apiError(status, kContextSource, 138);
+    if (!isWeightsShape(plug))
+        return MS::kFailure;
+    weightsPlug = plug;
+    return MS::kSuccess;
+}
+
+void morvaneContext::getMembers()
+{
+    deformerMembers.clear();
+    MFnGeometryFilter filter(activeDeformer);
+    MStatus status;
+    const MObject set = filter.deformerSet(&status);
+    if (status && !set.isNull())
+        MFnSet(set).getMembers(deformerMembers, false);
+    else
+        getTaggedMembers(filter, deformerMembers);
+}
+
+// The outputs are the caller's: the fields of a press, or those of a copy.
+void morvaneContext::getValidActiveSel(MSelectionList& selectedObjects, std::vector<MFloatArray>& falloffs,
+                                       MObjectArray& skinClusters)
+{
+    MRichSelection rich;
+    MSelectionList halves[2];
+    MGlobal::getRichSelection(rich, true);
+    rich.getSelection(halves[0]);
+    rich.getSymmetry(halves[1]);
+    const SelectionRule rule = modeRow(weightMode).store().resolve(*this);
+    if (rule == SelectionRule::kMembers) {
+        getMembers();
+        for (const MSelectionList& half : halves)
+            analyzeSel(half, selectedObjects, falloffs);
+    } else if (rule == SelectionRule::kSkinned) {
+        try {
+            for (const MSelectionList& half : halves)
+                analyzeSelSkin(half, selectedObjects, falloffs, skinClusters);
+        } catch (const LayerListError& failure) {
+            // Nothing is edited then: half a selection would be worse than none.
+            MGlobal::displayError(failure.what());
+            selectedObjects.clear();
+            falloffs.clear();
+            skinClusters.clear();
+            clearColumns();
+        }
+    }
+}

@@ -1,0 +1,32 @@
+// Reading the weights of a selection, by mode.
+#include "morvaneContext/morvaneContext.h"
+#include "weightModes/modeTable.h"
+
+MStatus morvaneContext::getWeights(MSelectionList& sel, std::vector<MDoubleArray>& skinWeights,
+                                   std::vector<MDoubleArray>& influenceWeights,
+                                   std::vector<MDoubleArray>& blendWeights, std::vector<MFloatArray>& weights,
+                                   MObjectArray& skinClusters, MIntArray& influenceCounts,
+                                   MIntArray& influenceIds, MIntArray&, std::vector<MDoubleArray>& ngWeights,
+                                   std::vector<std::vector<MDoubleArray>>& allInfluenceNgWeights)
+{
+    const WeightReading reading = {*this,
+                                   ngEnabled,
+                                   sel,
+                                   skinClusters,
+                                   influenceIds,
+                                   skinWeights,
+                                   influenceWeights,
+                                   blendWeights,
+                                   weights,
+                                   influenceCounts,
+                                   ngWeights,
+                                   allInfluenceNgWeights};
+    return modeRow(weightMode).store().read(reading);
+}
+
+MStatus morvaneContext::getOldWeights()
+{
+    return getWeights(validSel, oldSkinWeights, oldInfluenceWeights, oldBlendWeights, oldWeights,
+                      validSkinClusters, oldIndexArray, skinInfluenceIds, ngInfluenceIds, oldNgWeights,
+                      oldAllInfluenceNgWeight);
+}

@@ -1,0 +1,112 @@
+// Redo and undo, side by side: what a command writes, and what it puts back.
+#include "morvaneToolCommand/morvaneToolCommand.h"
+#include "report.h"
+#include "weightModes/modeTable.h"
+#include "weightModes/weightStore.h"
+
+#include <iostream>
+#include <maya/MGlobal.h>
+
+namespace {
+
+MStatus applySelection(const MSelectionList& selection, const MRichSelection& rich)
+{
+    MGlobal::setActiveSelectionList(selection, MGlobal::kReplaceList);
+    if (MGlobal::setRichSelection(rich))
+        return MS::kSuccess;
+    std::cerr << "bad rich sel" << std::endl;
+    return MS::kFailure;
+}
+
+/// Calls back for every object of the selection that is still there, in order, until one call fails.
+template <typename Visit>
+MStatus forEachObject(const MSelectionList& selection, Visit&& visit)
+{
+    for (unsigned int index = 0; index < selection.length(); ++index) {
+        EditedObject object;
+        if (!findEditedObject(selection, index, object)) {
+            refuseObject(object.path, kNoSuchObject);
+            continue;
+        }
+        const MStatus status = visit(object);
+        if (!status)
+            return status;
+    }
+    return MS::kSuccess;
+}
+
+} // namespace
+
+MStatus morvaneToolCommand::redoIt()
+{
+    return guarded([this] { return redo(); });
+}
+
+MStatus morvaneToolCommand::undoIt()
+{
+    return guarded([this] { return undo(); });
+}
+
+MStatus morvaneToolCommand::redo()
+{
+    if (toolOperation == kPaste)
+        return pasteObjects();
+    if (selectionChanged) {
+        const MStatus status = applySelection(newSel, newRichSel);
+        if (!status || toolOperation == kSelect)
+            return status;
+    }
+    return toolOperation == kSculpt ? redoWeights() : MStatus(MS::kSuccess);
+}
+
+MStatus morvaneToolCommand::undo()
+{
+    if (selectionChanged && toolOperation != kPaste) {
+        const MStatus status = applySelection(oldSel, oldRichSel);
+        if (!status)
+            return status;
+    }
+    undoWeights();
+    return MS::kSuccess;
+}
+
+bool morvaneToolCommand::sculptsWeights() const
+{
+    return ngSculptEnabled || !modeRow(weightMode).isLayerMode;
+}
+
+MStatus morvaneToolCommand::redoWeights()
+{
+    if (!sculptsWeights())
+        return MS::kSuccess;
+    const WeightStore& store = modeRow(weightMode).store();
+    return forEachObject(validSel,
+                         [&](const EditedObject& object) { return store.redoStroke(*this, object); });
+}
+
+MStatus morvaneToolCommand::pasteObjects()
+{
+    const WeightStore& store = modeRow(weightMode).store();
+    return forEachObject(validSel, [&](const EditedObject& object) {
+        const bool hasPaste = object.index < pasteWeights.size() &&
+                              object.index < pasteNgAllInfluenceWeights.size() &&
+                              object.index < refusedObjects.size();
+        return hasPaste && !refusedObjects[object.index] ? store.paste(*this, *this, object)
+                                                         : MStatus(MS::kSuccess);
+    });
+}
+
+void morvaneToolCommand::undoWeights()
+{
+    const WeightStore& store = modeRow(weightMode).store();
+    const bool undoesStroke = toolOperation == kSculpt && sculptsWeights();
+    if (toolOperation != kPaste && !undoesStroke)
+        return;
+    forEachObject(validSel, [&](const EditedObject& object) {
+        if (undoesStroke)
+            store.undoStroke(*this, object);
+        else if (object.index < refusedObjects.size() && !refusedObjects[object.index])
+            store.undoPaste(*this, object);
+        return MStatus(MS::kSuccess);
+    });
+}

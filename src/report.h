@@ -1,0 +1,45 @@
+#pragma once
+
+#include "common.h"
+
+#include <exception>
+#include <maya/MDagPath.h>
+#include <maya/MStatus.h>
+
+// How failures reach people: one helper for each kind.
+
+/// Writes the report of a failed call to the standard error stream and hands the status back, so that a
+/// caller can write `return apiError(status, kContextSource, 201);`. Source names are in common.h; the line
+/// is the call site's.
+MStatus apiError(const MStatus& status, const char* source, int line);
+
+/// Warns that an edited object is left alone: its path, then the reason. Nothing must have been written for
+/// it.
+void refuseObject(const MDagPath& path, const char* reason);
+
+/// Shows an exception that reached the platform's door as an error that names the tool.
+void reportException(const char* what);
+
+// Reasons for refuseObject.
+constexpr const char* kNoSuchObject = "it is no longer there; nothing was written for it.";
+constexpr const char* kUnequalArrays =
+    "its recorded weights do not fit its selected points; nothing was written for it.";
+constexpr const char* kCopyTooShort = "the copied weights do not reach it; nothing was written for it.";
+constexpr const char* kSparseInfluences = "the logical indices of its influences have gaps, which layer "
+                                          "weights cannot address; nothing was written for it.";
+constexpr const char* kNotDeformed = "the deformer does not deform it; nothing was written for it.";
+
+/// Runs the body of an operation that the platform calls. No exception may reach the platform: one becomes an
+/// error message and a failed status.
+template <typename Body>
+MStatus guarded(Body&& body)
+{
+    try {
+        return body();
+    } catch (const std::exception& failure) {
+        reportException(failure.what());
+    } catch (...) {
+        reportException("unknown failure");
+    }
+    return MS::kFailure;
+}

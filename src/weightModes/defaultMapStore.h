@@ -1,0 +1,19 @@
+#pragma once
+
+#include "weightModes/weightStore.h"
+
+/// The default weight map of a deformer (mode kDefault): one float per point.
+class DefaultMapStore : public WeightStore {
+public:
+    SelectionRule resolve(morvaneContext& context) const override;
+    MStatus read(const WeightReading& reading) const override;
+    std::unique_ptr<WeightProbe> openProbe(const EditRecord& record, const ClickedPoint& point,
+                                           MStatus& status) const override;
+    std::unique_ptr<LiveObject> openLive(const EditRecord& record, const EditedObject& object) const override;
+    MStatus redoStroke(const EditRecord& record, const EditedObject& object) const override;
+    MStatus paste(const EditRecord& record, const PasteRecord& pasted,
+                  const EditedObject& object) const override;
+    void undoStroke(const EditRecord& record, const EditedObject& object) const override;
+    void undoPaste(const EditRecord& record, const EditedObject& object) const override;
+    std::vector<double> copiedValues(const CopyBuffer& copied, std::size_t item) const override;
+};

@@ -1,0 +1,304 @@
+#include "weightModes/ngInfluenceStore.h"
+
+#include "helperFunctions/helperFunctions.h"
+#include "helperFunctions/ngLayers.h"
+#include "morvaneContext/morvaneContext.h"
+#include "report.h"
+#include "weightModes/modeTable.h"
+#include "weightModes/wholeShape.h"
+
+#include <maya/MDagPathArray.h>
+
+namespace {
+
+class InfluenceProbe : public WeightProbe {
+public:
+    InfluenceProbe(int layer, const MDagPath& shape, const std::vector<MDoubleArray>& oldWeights,
+                   const MIntArray& logicalIndices, unsigned int physicalIndex, unsigned int vertexIndex)
+        : layerId(layer), path(shape), old(oldWeights), logical(logicalIndices), physical(physicalIndex),
+          vertex(vertexIndex)
+    {}
+    MStatus writeLow(double step) override { return write(-step); }
+    MStatus writeHigh(double step) override { return write(step); }
+    MStatus restore(double) override
+    {
+        for (unsigned int influence = 0; influence < old.size(); ++influence)
+            setNgInfluenceWeights(layerId, static_cast<unsigned int>(logical[influence]), old[influence],
+                                  path);
+        return MS::kSuccess;
+    }
+
+private:
+    MStatus write(double nudge)
+    {
+        MDoubleArray nudged(old[physical]);
+        nudged[vertex] += nudge;
+        setNgInfluenceWeights(layerId, static_cast<unsigned int>(logical[physical]), nudged, path);
+        return MS::kSuccess;
+    }
+
+    int layerId;
+    MDagPath path;
+    std::vector<MDoubleArray> old; ///< per influence, physical order
+    MIntArray logical;
+    unsigned int physical;
+    unsigned int vertex;
+};
+
+class InfluenceLive : public LiveObject {
+public:
+    InfluenceLive(NgInfluenceWriter layerWriter, WholeShapeWeights shapeWeights)
+        : writer(std::move(layerWriter)), weights(std::move(shapeWeights))
+    {}
+    std::size_t pointCount() const override { return weights.pointCount(); }
+    void newWeights(double offset, double* values) const override { weights.newWeights(offset, values); }
+    MStatus write(double offset) override
+    {
+        writer.write(weights.offsetBy(offset));
+        return MS::kSuccess;
+    }
+
+private:
+    NgInfluenceWriter writer;
+    WholeShapeWeights weights;
+};
+
+bool hasLayerColumns(const EditRecord& record, unsigned int index)
+{
+    return index < record.ngLayerIds.length() && index < record.ngInfluenceIds.length() &&
+           index < record.skinInfluenceIds.length() && index < record.allInfluenceLogicalIds.size() &&
+           index < record.oldAllInfluenceNgWeight.size() &&
+           record.oldAllInfluenceNgWeight[index].size() == record.allInfluenceLogicalIds[index].length() &&
+           static_cast<std::size_t>(record.skinInfluenceIds[index]) <
+               record.oldAllInfluenceNgWeight[index].size();
+}
+
+bool hasColumns(const EditRecord& record, const EditedObject& object)
+{
+    const bool has = hasLayerColumns(record, object.index);
+    if (!has)
+        refuseObject(object.path, kUnequalArrays);
+    return has;
+}
+
+NgInfluenceWriter writerFor(const EditRecord& record, const EditedObject& object,
+                            const std::vector<MDoubleArray>& oldAllWeights)
+{
+    const unsigned int index = object.index;
+    return NgInfluenceWriter(
+        record.ngLayerIds[index], static_cast<unsigned int>(record.ngInfluenceIds[index]),
+        record.allInfluenceLogicalIds[index], oldAllWeights, object.path, record.distributeWeightsNg);
+}
+
+/// The edited influence's array of one object, as the press read it.
+const MDoubleArray& editedArray(const EditRecord& record, unsigned int index)
+{
+    return record.oldAllInfluenceNgWeight[index][static_cast<std::size_t>(record.skinInfluenceIds[index])];
+}
+
+/// A stroke on one object, live or redone, from the given old weights of the edited influence.
+std::unique_ptr<LiveObject> openStroke(const EditRecord& record, const EditedObject& object,
+                                       const MDoubleArray& oldWeights)
+{
+    WholeShapeWeights weights(record, object, oldWeights);
+    if (!weights.isUsable())
+        return nullptr;
+    NgInfluenceWriter writer = writerFor(record, object, record.oldAllInfluenceNgWeight[object.index]);
+    if (!writer.canWrite(oldWeights.length())) {
+        refuseObject(object.path, kSparseInfluences);
+        return nullptr;
+    }
+    return std::make_unique<InfluenceLive>(std::move(writer), std::move(weights));
+}
+
+/// Blocks of equal length, one after another.
+MDoubleArray joined(const std::vector<MDoubleArray>& blocks)
+{
+    std::vector<double> values;
+    for (const MDoubleArray& block : blocks) {
+        const std::vector<double> part = toVector(block);
+        values.insert(values.end(), part.begin(), part.end());
+    }
+    return MDoubleArray(values.data(), static_cast<unsigned int>(values.size()));
+}
+
+} // namespace
+
+SelectionRule NgInfluenceStore::resolve(morvaneContext& context) const
+{
+    const bool chosen = context.getNgEnabled() && context.record().skinInfluence.length() != 0;
+    return chosen ? SelectionRule::kSkinned : SelectionRule::kNothing;
+}
+
+bool NgInfluenceStore::addSkinColumns(morvaneContext& context, const MDagPath& path,
+                                      MObject& skinCluster) const
+{
+    EditRecord& record = context.record();
+    int layerId = 0;
+    if (!findLayer(context, path, skinCluster, layerId))
+        return false;
+    MStatus status;
+    const unsigned int logical =
+        MFnSkinCluster(skinCluster).indexForInfluenceObject(record.skinInfluence, &status);
+    if (!status || layerHasChildren(path, layerId))
+        return false;
+    record.ngInfluenceIds.append(static_cast<int>(logical));
+    record.skinInfluenceIds.append(static_cast<int>(getPhysicalIndex(skinCluster, record.skinInfluence)));
+    record.ngLayerIds.append(layerId);
+    record.allInfluenceLogicalIds.push_back(getAllLogicalIndices(skinCluster));
+    return true;
+}
+
+MStatus NgInfluenceStore::read(const WeightReading& reading) const
+{
+    if (!reading.ngEnabled)
+        return MS::kSuccess;
+    const unsigned int count = reading.selection.length();
+    reading.allInfluenceNgWeights.resize(count);
+    for (unsigned int index = 0; index < count; ++index) {
+        EditedObject object;
+        findEditedObject(reading.selection, index, object);
+        if (index >= reading.record.ngLayerIds.length() || index >= reading.skinClusters.length()) {
+            refuseObject(object.path, kUnequalArrays);
+            return MS::kFailure;
+        }
+        const MIntArray logical = getAllLogicalIndices(reading.skinClusters[index]);
+        std::vector<MDoubleArray>& weights = reading.allInfluenceNgWeights[index];
+        weights.resize(logical.length());
+        for (unsigned int influence = 0; influence < logical.length(); ++influence) {
+            const MStatus status = getNgInfluenceWeights(reading.record.ngLayerIds[index],
+                                                         static_cast<unsigned int>(logical[influence]),
+                                                         weights[influence], object.path);
+            if (!status)
+                return apiError(status, kContextSource, 1706);
+        }
+    }
+    return MS::kSuccess;
+}
+
+std::unique_ptr<WeightProbe> NgInfluenceStore::openProbe(const EditRecord& record, const ClickedPoint& point,
+                                                         MStatus& status) const
+{
+    const std::vector<int> elements = componentElements(point.component);
+    const int item = selectionListIndexOf(record.validSel, point.path);
+    const auto index = static_cast<unsigned int>(item);
+    status = MS::kFailure;
+    if (item < 0 || elements.empty() || !hasLayerColumns(record, index))
+        return nullptr;
+    const auto vertex = static_cast<unsigned int>(elements[0]);
+    if (vertex >= editedArray(record, index).length())
+        return nullptr;
+    status = MS::kSuccess;
+    return std::make_unique<InfluenceProbe>(
+        record.ngLayerIds[index], point.path, record.oldAllInfluenceNgWeight[index],
+        record.allInfluenceLogicalIds[index], static_cast<unsigned int>(record.skinInfluenceIds[index]),
+        vertex);
+}
+
+std::unique_ptr<LiveObject> NgInfluenceStore::openLive(const EditRecord& record,
+                                                       const EditedObject& object) const
+{
+    return hasColumns(record, object) ? openStroke(record, object, editedArray(record, object.index))
+                                      : nullptr;
+}
+
+void NgInfluenceStore::completeRecord(EditRecord& record) const
+{
+    const std::size_t count = record.oldAllInfluenceNgWeight.size();
+    record.oldInfluenceWeights.assign(count, MDoubleArray());
+    record.oldSkinWeights.assign(count, MDoubleArray());
+    for (unsigned int index = 0; index < count; ++index) {
+        if (!hasLayerColumns(record, index))
+            continue;
+        record.oldInfluenceWeights[index] = editedArray(record, index);
+        record.oldSkinWeights[index] = joined(record.oldAllInfluenceNgWeight[index]);
+    }
+}
+
+MStatus NgInfluenceStore::redoStroke(const EditRecord& record, const EditedObject& object) const
+{
+    if (!hasColumns(record, object) || object.index >= record.oldInfluenceWeights.size())
+        return MS::kSuccess;
+    std::unique_ptr<LiveObject> stroke = openStroke(record, object, record.oldInfluenceWeights[object.index]);
+    return stroke ? stroke->write(record.offsetValue) : MStatus(MS::kSuccess);
+}
+
+MStatus NgInfluenceStore::paste(const EditRecord& record, const PasteRecord& pasted,
+                                const EditedObject& object) const
+{
+    if (!hasColumns(record, object))
+        return MS::kSuccess;
+    const std::vector<MDoubleArray>& all = pasted.pasteNgAllInfluenceWeights[object.index];
+    // The logical index serves as a position here too.
+    const auto edited = static_cast<std::size_t>(record.ngInfluenceIds[object.index]);
+    if (edited >= all.size()) {
+        refuseObject(object.path, kSparseInfluences);
+        return MS::kSuccess;
+    }
+    setNgInfluenceWeights2(record.ngLayerIds[object.index], static_cast<unsigned int>(edited),
+                           record.allInfluenceLogicalIds[object.index], all[edited], object.path, all,
+                           record.distributeWeightsNg);
+    return MS::kSuccess;
+}
+
+void NgInfluenceStore::undoStroke(const EditRecord& record, const EditedObject& object) const
+{
+    if (hasLayerColumns(record, object.index) && object.index < record.oldInfluenceWeights.size())
+        setNgInfluenceWeights(record.ngLayerIds[object.index],
+                              static_cast<unsigned int>(record.ngInfluenceIds[object.index]),
+                              record.oldInfluenceWeights[object.index], object.path);
+}
+
+void NgInfluenceStore::undoPaste(const EditRecord& record, const EditedObject& object) const
+{
+    const unsigned int index = object.index;
+    if (!hasLayerColumns(record, index) || index >= record.oldInfluenceWeights.size() ||
+        index >= record.validSkinClusters.length() || index >= record.oldSkinWeights.size())
+        return;
+    const MFnSkinCluster skin(record.validSkinClusters[index]);
+    MDagPathArray influences;
+    skin.influenceObjects(influences);
+    const std::size_t vertices = record.oldInfluenceWeights[index].length();
+    const std::vector<double> blocks = toVector(record.oldSkinWeights[index]);
+    for (unsigned int influence = 0; influence < influences.length(); ++influence) {
+        if ((influence + 1) * vertices > blocks.size())
+            return;
+        const MDoubleArray slice(blocks.data() + influence * vertices, static_cast<unsigned int>(vertices));
+        setNgInfluenceWeights(record.ngLayerIds[index], skin.indexForInfluenceObject(influences[influence]),
+                              slice, object.path);
+    }
+}
+
+PasteVerdict NgInfluenceStore::acceptsCopy(WeightMode copiedMode) const
+{
+    const bool isInfluence = modeRow(copiedMode).family == StorageFamily::kNgInfluence;
+    return isInfluence ? PasteVerdict::kAccepted : PasteVerdict::kLeaveAlone;
+}
+
+/// Every object starts by setting the arrays of all objects back to the weights read before the paste, so of
+/// several target objects only the last keeps its pasted values and the others are written back unchanged.
+bool NgInfluenceStore::fillPaste(const PasteJob& job, PasteRecord& pasted) const
+{
+    const unsigned int target = job.object.index;
+    pasted.pasteNgAllInfluenceWeights = job.target.oldAllInfluenceNgWeight;
+    if (!hasColumns(job.target, job.object))
+        return false;
+    std::vector<MDoubleArray> weights = job.target.oldAllInfluenceNgWeight[target];
+    for (std::size_t point = 0; point < job.match.objects.size(); ++point) {
+        const auto item = static_cast<std::size_t>(job.match.objects[point]);
+        const auto source = static_cast<unsigned int>(job.match.ids[point]);
+        const auto vertex = static_cast<unsigned int>(job.targetIds[point]);
+        for (std::size_t influence = 0; influence < weights.size(); ++influence) {
+            const auto& copied = job.copied.copiedAllInfluenceNgWeights;
+            const bool reaches = item < copied.size() && influence < copied[item].size() &&
+                                 source < copied[item][influence].length();
+            if (!reaches || vertex >= weights[influence].length()) {
+                refuseObject(job.object.path, kCopyTooShort);
+                return false;
+            }
+            weights[influence][vertex] = copied[item][influence][source];
+        }
+    }
+    pasted.pasteNgAllInfluenceWeights[target] = weights;
+    return true;
+}

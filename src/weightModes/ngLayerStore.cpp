@@ -1,0 +1,210 @@
+#include "weightModes/ngLayerStore.h"
+
+#include "helperFunctions/helperFunctions.h"
+#include "helperFunctions/ngLayers.h"
+#include "morvaneContext/morvaneContext.h"
+#include "report.h"
+#include "weightModes/modeTable.h"
+#include "weightModes/wholeShape.h"
+
+namespace {
+
+/// What differs between the two kinds of layer weights.
+struct LayerRow {
+    MStatus (*read)(int layerId, MDoubleArray& weights, const MDagPath& shape);
+    void (*write)(int layerId, const MDoubleArray& weights, const MDagPath& shape);
+    int reportLine;            ///< of a failing read
+    bool groupsCarryNoWeights; ///< a layer with child layers cannot be edited
+};
+const LayerRow kLayerRows[] = {{getNgMaskWeights, setNgMaskWeights, 1728, false},
+                               {getNgDqWeights, setNgDqWeights, 1750, true}};
+
+class LayerProbe : public WeightProbe {
+public:
+    LayerProbe(const LayerRow& layerRow, int layer, const MDagPath& shape, const MDoubleArray& oldWeights,
+               unsigned int vertexIndex)
+        : row(layerRow), layerId(layer), path(shape), old(oldWeights), vertex(vertexIndex)
+    {}
+    MStatus writeLow(double step) override { return write(-step); }
+    MStatus writeHigh(double step) override { return write(step); }
+    MStatus restore(double) override
+    {
+        row.write(layerId, old, path);
+        return MS::kSuccess;
+    }
+
+private:
+    MStatus write(double nudge)
+    {
+        MDoubleArray nudged(old);
+        nudged[vertex] += nudge;
+        row.write(layerId, nudged, path);
+        return MS::kSuccess;
+    }
+
+    const LayerRow& row;
+    int layerId;
+    MDagPath path;
+    MDoubleArray old;
+    unsigned int vertex;
+};
+
+class LayerLive : public LiveObject {
+public:
+    LayerLive(const LayerRow& layerRow, int layer, const MDagPath& shape, WholeShapeWeights shapeWeights)
+        : row(layerRow), layerId(layer), path(shape), weights(std::move(shapeWeights))
+    {}
+    std::size_t pointCount() const override { return weights.pointCount(); }
+    void newWeights(double offset, double* values) const override { weights.newWeights(offset, values); }
+    MStatus write(double offset) override
+    {
+        const std::vector<double>& values = weights.offsetBy(offset);
+        row.write(layerId, MDoubleArray(values.data(), static_cast<unsigned int>(values.size())), path);
+        return MS::kSuccess;
+    }
+
+private:
+    const LayerRow& row;
+    int layerId;
+    MDagPath path;
+    WholeShapeWeights weights;
+};
+
+bool hasColumns(const EditRecord& record, const EditedObject& object)
+{
+    const bool has = object.index < record.ngLayerIds.length() && object.index < record.oldNgWeights.size();
+    if (!has)
+        refuseObject(object.path, kUnequalArrays);
+    return has;
+}
+
+} // namespace
+
+SelectionRule NgLayerStore::resolve(morvaneContext& context) const
+{
+    return context.getNgEnabled() ? SelectionRule::kSkinned : SelectionRule::kNothing;
+}
+
+bool NgLayerStore::addSkinColumns(morvaneContext& context, const MDagPath& path, MObject& skinCluster) const
+{
+    int layerId = 0;
+    if (!findLayer(context, path, skinCluster, layerId))
+        return false;
+    if (kLayerRows[kind].groupsCarryNoWeights && layerHasChildren(path, layerId))
+        return false;
+    context.record().ngLayerIds.append(layerId);
+    return true;
+}
+
+MStatus NgLayerStore::read(const WeightReading& reading) const
+{
+    if (!reading.ngEnabled)
+        return MS::kSuccess;
+    const unsigned int count = reading.selection.length();
+    reading.ngWeights.resize(count);
+    for (unsigned int index = 0; index < count; ++index) {
+        EditedObject object;
+        findEditedObject(reading.selection, index, object);
+        if (index >= reading.record.ngLayerIds.length()) {
+            refuseObject(object.path, kUnequalArrays);
+            return MS::kFailure;
+        }
+        const LayerRow& row = kLayerRows[kind];
+        const MStatus status =
+            row.read(reading.record.ngLayerIds[index], reading.ngWeights[index], object.path);
+        if (!status)
+            return apiError(status, kContextSource, row.reportLine);
+    }
+    return MS::kSuccess;
+}
+
+std::unique_ptr<WeightProbe> NgLayerStore::openProbe(const EditRecord& record, const ClickedPoint& point,
+                                                     MStatus& status) const
+{
+    const std::vector<int> elements = componentElements(point.component);
+    const int item = selectionListIndexOf(record.validSel, point.path);
+    const auto index = static_cast<unsigned int>(item);
+    status = MS::kFailure;
+    if (item < 0 || elements.empty() || index >= record.ngLayerIds.length() ||
+        index >= record.oldNgWeights.size())
+        return nullptr;
+    const auto vertex = static_cast<unsigned int>(elements[0]);
+    const MDoubleArray& old = record.oldNgWeights[index];
+    if (vertex >= old.length())
+        return nullptr;
+    status = MS::kSuccess;
+    return std::make_unique<LayerProbe>(kLayerRows[kind], record.ngLayerIds[index], point.path, old, vertex);
+}
+
+std::unique_ptr<LiveObject> NgLayerStore::openLive(const EditRecord& record, const EditedObject& object) const
+{
+    if (!hasColumns(record, object))
+        return nullptr;
+    WholeShapeWeights weights(record, object, record.oldNgWeights[object.index]);
+    if (!weights.isUsable())
+        return nullptr;
+    return std::make_unique<LayerLive>(kLayerRows[kind], record.ngLayerIds[object.index], object.path,
+                                       std::move(weights));
+}
+
+void NgLayerStore::completeRecord(EditRecord& record) const
+{
+    // Undo of a paste puts back what it finds with the edited influence's weights.
+    record.oldInfluenceWeights = record.oldNgWeights;
+}
+
+MStatus NgLayerStore::redoStroke(const EditRecord& record, const EditedObject& object) const
+{
+    std::unique_ptr<LiveObject> stroke = openLive(record, object);
+    return stroke ? stroke->write(record.offsetValue) : MStatus(MS::kSuccess);
+}
+
+MStatus NgLayerStore::paste(const EditRecord& record, const PasteRecord& pasted,
+                            const EditedObject& object) const
+{
+    if (hasColumns(record, object))
+        kLayerRows[kind].write(record.ngLayerIds[object.index],
+                               floatToDouble(pasted.pasteWeights[object.index]), object.path);
+    return MS::kSuccess;
+}
+
+void NgLayerStore::undoStroke(const EditRecord&, const EditedObject&) const {}
+
+void NgLayerStore::undoPaste(const EditRecord& record, const EditedObject& object) const
+{
+    if (object.index < record.ngLayerIds.length() && object.index < record.oldInfluenceWeights.size())
+        kLayerRows[kind].write(record.ngLayerIds[object.index], record.oldInfluenceWeights[object.index],
+                               object.path);
+}
+
+PasteVerdict NgLayerStore::acceptsCopy(WeightMode copiedMode) const
+{
+    const bool isLayer = modeRow(copiedMode).family == StorageFamily::kNgLayer;
+    return isLayer ? PasteVerdict::kAccepted : PasteVerdict::kStop;
+}
+
+/// The copied array is addressed by the vertex index that the match's position has in the last copied object,
+/// even where another object was matched. With one copied object it is the matched vertex.
+bool NgLayerStore::fillPaste(const PasteJob& job, PasteRecord& pasted) const
+{
+    const unsigned int target = job.object.index;
+    if (!hasColumns(job.target, job.object))
+        return false;
+    MFloatArray weights = doubleToFloat(job.target.oldNgWeights[target]);
+    for (std::size_t point = 0; point < job.match.objects.size(); ++point) {
+        const auto item = static_cast<std::size_t>(job.match.objects[point]);
+        const auto position = static_cast<std::size_t>(job.match.positions[point]);
+        const std::vector<int>& ids = job.lastCopiedIds;
+        const std::vector<MDoubleArray>& copied = job.copied.copiedNgWeights;
+        const bool reaches = item < copied.size() && position < ids.size() &&
+                             static_cast<unsigned int>(ids[position]) < copied[item].length();
+        const auto vertex = static_cast<unsigned int>(job.targetIds[point]);
+        if (!reaches || vertex >= weights.length()) {
+            refuseObject(job.object.path, kCopyTooShort);
+            return false;
+        }
+        weights[vertex] = static_cast<float>(copied[item][static_cast<unsigned int>(ids[position])]);
+    }
+    pasted.pasteWeights[target] = weights;
+    return true;
+}

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "helperFunctions/helperFunctions.h"
+#include "weightModes/weightStore.h"
+
+/// Whether every point of an object has a falloff; when not, people are told and the object is left alone.
+/// There may be more falloffs than points: those of an earlier item on the same object may stand before its
+/// own.
+bool fitsFalloff(const EditRecord& record, const EditedObject& object, std::size_t valueCount);
+
+/// A live object of the modes that hold one number per point. `Array` is MFloatArray or MDoubleArray, the
+/// precision in which the weights are stored.
+template <typename Array, typename Weight>
+class PointLive : public LiveObject {
+public:
+    /// Needs fitsFalloff for the old weights.
+    PointLive(const EditRecord& record, const EditedObject& object, const Array& oldWeights,
+              const ClampSettings& liveClamps)
+        : path(object.path), component(object.component), old(toVector(oldWeights)),
+          soft(toVector(record.softSelectWeights[object.index])), clamps(liveClamps), values(oldWeights)
+    {}
+
+    std::size_t pointCount() const override { return old.size(); }
+    void newWeights(double offset, double* result) const override
+    {
+        offsetLive(old.data(), soft.data(), old.size(), offset, clamps, result);
+    }
+    MStatus write(double offset) override
+    {
+        offsetLive(old.data(), soft.data(), old.size(), offset, clamps, dataOf(values));
+        return writeValues();
+    }
+
+protected:
+    /// Writes `values`; reports and returns a failure.
+    virtual MStatus writeValues() = 0;
+
+    MDagPath path;
+    MObject component;
+    std::vector<Weight> old;
+    std::vector<float> soft;
+    ClampSettings clamps;
+    Array values; ///< one per point; as long as the object lives
+};
+
+using FloatLive = PointLive<MFloatArray, float>;
+using DoubleLive = PointLive<MDoubleArray, double>;
+
+/// The redo of a stroke on per-point values: old weights, offset and falloff, clamped by the settings.
+template <typename Array, typename Weight>
+Array redoneWeights(const EditRecord& record, unsigned int objectIndex, const Array& oldWeights)
+{
+    const std::vector<Weight> old = toVector(oldWeights);
+    const std::vector<float> soft = toVector(record.softSelectWeights[objectIndex]);
+    Array values(oldWeights);
+    offsetRedo(old.data(), soft.data(), old.size(), record.offsetValue, record.clamps(), dataOf(values));
+    return values;
+}

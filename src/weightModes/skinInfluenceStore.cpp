@@ -1,0 +1,251 @@
+#include "weightModes/skinInfluenceStore.h"
+
+#include "morvaneContext/morvaneContext.h"
+#include "report.h"
+#include "weightModes/modeTable.h"
+#include "weightModes/pointLive.h"
+
+namespace {
+
+/// Nudges one influence's weight of one point, normalised as a stroke would be, and puts back all influences.
+class SkinProbe : public WeightProbe {
+public:
+    SkinProbe(const MObject& skinCluster, const ClickedPoint& point, unsigned int influence)
+        : skin(skinCluster), path(point.path), component(point.component),
+          edited(1, static_cast<int>(influence)), all(allPhysicalIndices(skin))
+    {}
+
+    MStatus readBefore()
+    {
+        unsigned int influenceCount = 0;
+        MStatus status = skin.getWeights(path, component, before, influenceCount);
+        if (status && !(static_cast<unsigned int>(edited[0]) < before.length()))
+            status = MS::kFailure;
+        return status;
+    }
+    MStatus writeLow(double step) override { return write(weight() - step); }
+    MStatus writeHigh(double step) override { return write(weight() + step); }
+    // Not normalised: the row goes back as it was, whatever its sum.
+    MStatus restore(double) override { return skin.setWeights(path, component, all, before, false); }
+
+private:
+    double weight() const { return before[static_cast<unsigned int>(edited[0])]; }
+    MStatus write(double value)
+    {
+        MDoubleArray values(1, value);
+        return skin.setWeights(path, component, edited, values, true);
+    }
+
+    MFnSkinCluster skin;
+    MDagPath path;
+    MObject component;
+    MIntArray edited;
+    MIntArray all;
+    MDoubleArray before; ///< one per influence, physical order
+};
+
+class SkinLive : public DoubleLive {
+public:
+    SkinLive(const EditRecord& record, const EditedObject& object)
+        : DoubleLive(record, object, record.oldInfluenceWeights[object.index], unitClamp()),
+          skin(record.validSkinClusters[object.index]), influence(1, record.skinInfluenceIds[object.index])
+    {}
+
+protected:
+    MStatus writeValues() override
+    {
+        const MStatus status = skin.setWeights(path, component, influence, values, true);
+        return status ? status : apiError(status, kContextSource, __LINE__);
+    }
+
+private:
+    MFnSkinCluster skin;
+    MIntArray influence;
+};
+
+bool hasColumns(const EditRecord& record, const EditedObject& object)
+{
+    const unsigned int index = object.index;
+    const bool has = index < record.validSkinClusters.length() && index < record.skinInfluenceIds.length() &&
+                     index < record.oldInfluenceWeights.size();
+    if (!has)
+        refuseObject(object.path, kUnequalArrays);
+    return has && fitsFalloff(record, object, record.oldInfluenceWeights[index].length());
+}
+
+/// Writes back every influence of the points, so that what normalisation did to the others is undone too.
+void restoreAllInfluences(const EditRecord& record, const EditedObject& object)
+{
+    if (object.index >= record.validSkinClusters.length() || object.index >= record.oldSkinWeights.size())
+        return;
+    MFnSkinCluster skin(record.validSkinClusters[object.index]);
+    MIntArray influences = allPhysicalIndices(skin);
+    MDoubleArray values(record.oldSkinWeights[object.index]);
+    skin.setWeights(object.path, object.component, influences, values, true);
+}
+
+} // namespace
+
+SelectionRule SkinInfluenceStore::resolve(morvaneContext& context) const
+{
+    return context.record().skinInfluence.length() == 0 ? SelectionRule::kNothing : SelectionRule::kSkinned;
+}
+
+bool SkinInfluenceStore::addSkinColumns(morvaneContext& context, const MDagPath&, MObject& skinCluster) const
+{
+    EditRecord& record = context.record();
+    const unsigned int influence = getPhysicalIndex(skinCluster, record.skinInfluence);
+    if (influence == kNotFound)
+        return false;
+    record.skinInfluenceIds.append(static_cast<int>(influence));
+    return true;
+}
+
+MStatus SkinInfluenceStore::read(const WeightReading& reading) const
+{
+    const unsigned int count = reading.selection.length();
+    reading.skinWeights.resize(count);
+    reading.influenceWeights.resize(count);
+    for (unsigned int index = 0; index < count; ++index) {
+        EditedObject object;
+        findEditedObject(reading.selection, index, object);
+        if (index >= reading.skinClusters.length() || index >= reading.influenceIds.length()) {
+            refuseObject(object.path, kUnequalArrays);
+            return MS::kFailure;
+        }
+        const MFnSkinCluster skin(reading.skinClusters[index]);
+        unsigned int influenceCount = 0;
+        MStatus status =
+            skin.getWeights(object.path, object.component, reading.skinWeights[index], influenceCount);
+        if (!status)
+            return apiError(status, kContextSource, 1515);
+        reading.influenceCounts.append(static_cast<int>(influenceCount));
+        MIntArray influence(1, reading.influenceIds[index]);
+        status = skin.getWeights(object.path, object.component, influence, reading.influenceWeights[index]);
+        if (!status)
+            return apiError(status, kContextSource, 1527);
+    }
+    return MS::kSuccess;
+}
+
+std::unique_ptr<WeightProbe> SkinInfluenceStore::openProbe(const EditRecord& record,
+                                                           const ClickedPoint& point, MStatus& status) const
+{
+    MDagPath shape = point.path;
+    MObject skinCluster = getSkinCluster(shape, status);
+    if (!status) {
+        apiError(status, kContextSource, __LINE__);
+        return nullptr;
+    }
+    MFnSkinCluster(skinCluster).indexForInfluenceObject(record.skinInfluence, &status);
+    if (!status) {
+        apiError(status, kContextSource, __LINE__);
+        return nullptr;
+    }
+    // The weights are addressed by position in the influence list, which differs from the logical index once
+    // an influence has been removed.
+    auto probe =
+        std::make_unique<SkinProbe>(skinCluster, point, getPhysicalIndex(skinCluster, record.skinInfluence));
+    status = probe->readBefore();
+    if (!status) {
+        apiError(status, kContextSource, __LINE__);
+        return nullptr;
+    }
+    return probe;
+}
+
+std::unique_ptr<LiveObject> SkinInfluenceStore::openLive(const EditRecord& record,
+                                                         const EditedObject& object) const
+{
+    if (!hasColumns(record, object))
+        return nullptr;
+    return std::make_unique<SkinLive>(record, object);
+}
+
+MStatus SkinInfluenceStore::redoStroke(const EditRecord& record, const EditedObject& object) const
+{
+    if (!hasColumns(record, object))
+        return MS::kSuccess;
+    const unsigned int index = object.index;
+    MDoubleArray values =
+        redoneWeights<MDoubleArray, double>(record, index, record.oldInfluenceWeights[index]);
+    MFnSkinCluster skin(record.validSkinClusters[index]);
+    MIntArray influence(1, record.skinInfluenceIds[index]);
+    const MStatus status = skin.setWeights(object.path, object.component, influence, values, true);
+    return status ? status : apiError(status, kToolCommandSource, __LINE__);
+}
+
+MStatus SkinInfluenceStore::paste(const EditRecord& record, const PasteRecord& pasted,
+                                  const EditedObject& object) const
+{
+    if (object.index >= record.validSkinClusters.length())
+        return MS::kSuccess;
+    MFnSkinCluster skin(record.validSkinClusters[object.index]);
+    MIntArray influences = allPhysicalIndices(skin);
+    MFloatArray values(pasted.pasteWeights[object.index]);
+    // An array without values fits no component, whatever the platform makes of it.
+    const MStatus status = values.length() == 0
+                               ? MStatus(MS::kInvalidParameter)
+                               : skin.setWeights(object.path, object.component, influences, values, true);
+    return status ? status : apiError(status, kToolCommandSource, __LINE__);
+}
+
+void SkinInfluenceStore::undoStroke(const EditRecord& record, const EditedObject& object) const
+{
+    restoreAllInfluences(record, object);
+}
+
+void SkinInfluenceStore::undoPaste(const EditRecord& record, const EditedObject& object) const
+{
+    restoreAllInfluences(record, object);
+}
+
+PasteVerdict SkinInfluenceStore::acceptsCopy(WeightMode copiedMode) const
+{
+    const bool isSkin = modeRow(copiedMode).family == StorageFamily::kSkinInfluence;
+    return isSkin ? PasteVerdict::kAccepted : PasteVerdict::kWarnGoOn;
+}
+
+/// One row for every target point, taken value by value from the matches of the first target points:
+/// influence j comes from the copied point that target point j matched, so all rows are alike. Scenes were
+/// built on it.
+bool SkinInfluenceStore::fillPaste(const PasteJob& job, PasteRecord& pasted) const
+{
+    const CopyBuffer& copied = job.copied;
+    const unsigned int target = job.object.index;
+    const std::size_t points = job.match.objects.size();
+    if (target >= copied.copiedIndexArray.length()) {
+        refuseObject(job.object.path,
+                     "more objects are selected than were copied; nothing was written for it.");
+        return false;
+    }
+    const auto influences = static_cast<std::size_t>(copied.copiedIndexArray[target]);
+    if (points < influences) {
+        refuseObject(job.object.path,
+                     "it has fewer selected points than influences were copied; nothing was written for it.");
+        return false;
+    }
+    std::vector<float> row(influences);
+    for (std::size_t influence = 0; influence < influences; ++influence) {
+        const auto item = static_cast<std::size_t>(job.match.objects[influence]);
+        const std::size_t value =
+            static_cast<std::size_t>(job.match.positions[influence]) * influences + influence;
+        if (item >= copied.copiedSkinWeights.size() || value >= copied.copiedSkinWeights[item].length()) {
+            refuseObject(job.object.path, kCopyTooShort);
+            return false;
+        }
+        row[influence] = static_cast<float>(copied.copiedSkinWeights[item][static_cast<unsigned int>(value)]);
+    }
+    std::vector<float> rows;
+    rows.reserve(points * influences);
+    for (std::size_t point = 0; point < points; ++point)
+        rows.insert(rows.end(), row.begin(), row.end());
+    pasted.pasteWeights[target] = MFloatArray(rows.data(), static_cast<unsigned int>(rows.size()));
+    return true;
+}
+
+std::vector<double> SkinInfluenceStore::copiedValues(const CopyBuffer& copied, std::size_t item) const
+{
+    const std::vector<MDoubleArray>& weights = copied.copiedInfluenceWeights;
+    return item < weights.size() ? toVector(weights[item]) : std::vector<double>();
+}

@@ -1,0 +1,48 @@
+#include "weightModes/weightStore.h"
+
+#include "report.h"
+#include "weightModes/modeTable.h"
+
+bool findEditedObject(const MSelectionList& selection, unsigned int index, EditedObject& object)
+{
+    object.index = index;
+    return selection.getDagPath(index, object.path, object.component) == MS::kSuccess;
+}
+
+bool WeightStore::addSkinColumns(morvaneContext&, const MDagPath&, MObject&) const
+{
+    return true;
+}
+
+void WeightStore::completeRecord(EditRecord&) const {}
+
+PasteVerdict WeightStore::acceptsCopy(WeightMode copiedMode) const
+{
+    return modeRow(copiedMode).isLayerMode ? PasteVerdict::kStop : PasteVerdict::kAccepted;
+}
+
+std::vector<double> WeightStore::copiedValues(const CopyBuffer&, std::size_t) const
+{
+    return {};
+}
+
+bool WeightStore::fillPaste(const PasteJob& job, PasteRecord& pasted) const
+{
+    const WeightStore& source = modeRow(job.copied.copiedWeightMode).store();
+    std::vector<std::vector<double>> items(job.copied.copiedSel.length());
+    for (std::size_t item = 0; item < items.size(); ++item)
+        items[item] = source.copiedValues(job.copied, item);
+    const std::size_t count = job.match.objects.size();
+    std::vector<float> values(count);
+    for (std::size_t point = 0; point < count; ++point) {
+        const auto item = static_cast<std::size_t>(job.match.objects[point]);
+        const auto position = static_cast<std::size_t>(job.match.positions[point]);
+        if (item >= items.size() || position >= items[item].size()) {
+            refuseObject(job.object.path, kCopyTooShort);
+            return false;
+        }
+        values[point] = static_cast<float>(items[item][position]);
+    }
+    pasted.pasteWeights[job.object.index] = MFloatArray(values.data(), static_cast<unsigned int>(count));
+    return true;
+}

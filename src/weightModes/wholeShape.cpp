@@ -1,0 +1,49 @@
+#include "weightModes/wholeShape.h"
+
+#include "helperFunctions/helperFunctions.h"
+#include "helperFunctions/ngLayers.h"
+#include "morvaneContext/morvaneContext.h"
+#include "report.h"
+
+bool findLayer(morvaneContext& context, const MDagPath& path, MObject& skinCluster, int& layerId)
+{
+    if (!hasNgData(skinCluster))
+        return false;
+    const unsigned int layer = getLayerId(path, context.getNgLayerString());
+    layerId = static_cast<int>(layer);
+    return layer != kNotFound;
+}
+
+WholeShapeWeights::WholeShapeWeights(const EditRecord& record, const EditedObject& object,
+                                     const MDoubleArray& oldWeights)
+    : path(object.path), old(toVector(oldWeights)), elements(componentElements(object.component)), values(old)
+{
+    if (object.index < record.softSelectWeights.size())
+        soft = toVector(record.softSelectWeights[object.index]);
+}
+
+bool WholeShapeWeights::isUsable() const
+{
+    bool usable = elements.size() <= soft.size();
+    for (int element : elements)
+        usable = usable && element >= 0 && static_cast<std::size_t>(element) < old.size();
+    if (!usable)
+        refuseObject(path, kUnequalArrays);
+    return usable;
+}
+
+void WholeShapeWeights::newWeights(double offset, double* result) const
+{
+    for (std::size_t point = 0; point < elements.size(); ++point)
+        result[point] = offsetUnit(old[static_cast<std::size_t>(elements[point])],
+                                   static_cast<double>(soft[point]), offset);
+}
+
+const std::vector<double>& WholeShapeWeights::offsetBy(double offset)
+{
+    for (std::size_t point = 0; point < elements.size(); ++point) {
+        const auto vertex = static_cast<std::size_t>(elements[point]);
+        values[vertex] = offsetUnit(old[vertex], static_cast<double>(soft[point]), offset);
+    }
+    return values;
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "weightModes/weightStore.h"
+
+#include <vector>
+
+/// Finds the layer that the context names on a shape with a skin. False, silently, when ngSkinTools2 keeps no
+/// data there, or no layer has that name. Throws LayerListError.
+bool findLayer(morvaneContext& context, const MDagPath& path, MObject& skinCluster, int& layerId);
+
+/// A layer array of a whole shape with the points of a component picked out: what the layer modes offset.
+class WholeShapeWeights {
+public:
+    /// `oldWeights` spans the shape; the component picks the points, in its element order.
+    WholeShapeWeights(const EditRecord& record, const EditedObject& object, const MDoubleArray& oldWeights);
+
+    /// Whether every picked point lies inside the array and has a falloff; tells people when not.
+    bool isUsable() const;
+    std::size_t pointCount() const { return elements.size(); }
+    /// The picked points' new weights, in component order.
+    void newWeights(double offset, double* values) const;
+    /// The whole array with the picked points offset.
+    const std::vector<double>& offsetBy(double offset);
+
+private:
+    MDagPath path;
+    std::vector<double> old;
+    std::vector<int> elements;
+    std::vector<float> soft;
+    std::vector<double> values;
+};
