@@ -16,7 +16,10 @@ void Messages::send(Kind kind, const std::string& text)
     std::fprintf(stderr, "// %s%s //\n", word, text.c_str());
 }
 
-void Messages::info(const std::string& text) { send(Kind::kInfo, text); }
+void Messages::info(const std::string& text)
+{
+    send(Kind::kInfo, text);
+}
 
 void Messages::warning(const std::string& text)
 {

@@ -18,11 +18,15 @@
 #include "view/drawRecord.h"
 #include "view/viewport.h"
 
+#include <algorithm>
+#include <vector>
+
 namespace host {
 
 namespace {
 
-Session* active = nullptr;
+/// Running sessions, the current one last.
+std::vector<Session*> sessions;
 
 void registerCommands(mel::CommandRegistry& registry)
 {
@@ -42,16 +46,15 @@ void registerCommands(mel::CommandRegistry& registry)
 } // namespace
 
 Session::Session()
-    : previous(active), traceOwned(std::make_unique<Trace>()),
-      messagesOwned(std::make_unique<Messages>(*traceOwned)), sceneInfoOwned(std::make_unique<SceneInfo>()),
-      graphOwned(std::make_unique<Graph>(*this)), undoOwned(std::make_unique<UndoQueue>(*this)),
-      editsOwned(std::make_unique<Edits>(*this)),
+    : traceOwned(std::make_unique<Trace>()), messagesOwned(std::make_unique<Messages>(*traceOwned)),
+      sceneInfoOwned(std::make_unique<SceneInfo>()), graphOwned(std::make_unique<Graph>(*this)),
+      undoOwned(std::make_unique<UndoQueue>(*this)), editsOwned(std::make_unique<Edits>(*this)),
       commandsOwned(std::make_unique<mel::CommandRegistry>(*this)),
       melOwned(std::make_unique<mel::Interpreter>(*this)), viewportOwned(std::make_unique<Viewport>(*this)),
       drawingOwned(std::make_unique<DrawRecord>()), selectionOwned(std::make_unique<SelectionState>(*this)),
       toolsOwned(std::make_unique<Tools>(*this)), pluginsOwned(std::make_unique<PluginRegistry>(*this))
 {
-    active = this;
+    sessions.push_back(this);
     registerCommands(*commandsOwned);
     newScene();
 }
@@ -70,28 +73,25 @@ Session::~Session()
     editsOwned.reset();
     undoOwned.reset();
     graphOwned.reset();
-    if (active == this)
-        active = previous;
+    sessions.erase(std::find(sessions.begin(), sessions.end(), this));
 }
 
 Session& Session::current()
 {
-    if (!active)
+    if (sessions.empty())
         throw Error("There is no running session.");
-    return *active;
+    return *sessions.back();
 }
 
 Session* Session::currentOrNull()
 {
-    return active;
+    return sessions.empty() ? nullptr : sessions.back();
 }
 
 void Session::makeCurrent()
 {
-    if (active == this)
-        return;
-    previous = active;
-    active = this;
+    const auto found = std::find(sessions.begin(), sessions.end(), this);
+    std::rotate(found, found + 1, sessions.end());
 }
 
 void Session::newScene()

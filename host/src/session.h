@@ -64,7 +64,6 @@ public:
     bool quitting() const { return quitRequested; }
 
 private:
-    Session* previous = nullptr;
     bool quitRequested = false;
     std::unique_ptr<Trace> traceOwned;
     std::unique_ptr<Messages> messagesOwned;

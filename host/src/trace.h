@@ -14,8 +14,8 @@ public:
     void setSink(Sink sink) { target = std::move(sink); }
     bool on() const { return static_cast<bool>(target); }
 
-    void mel(bool display, bool undo, const std::string& text);  ///< run at once
-    void idle(bool display, const std::string& text);            ///< queued for idle
+    void mel(bool display, bool undo, const std::string& text); ///< run at once
+    void idle(bool display, const std::string& text);           ///< queued for idle
     void warning(const std::string& text);
     void error(const std::string& text);
     void draw(const std::string& call); ///< "beginDrawable selectable=2 name=0" ...

@@ -12,7 +12,8 @@ public:
     void SetUp() override
     {
         ToolTest::SetUp();
-        mel("polyPlane -n sheet; polyPlane -n other; select -cl; joint -n bone; cluster -n clu sheet; select -cl");
+        mel("polyPlane -n sheet; polyPlane -n other; select -cl; joint -n bone; cluster -n clu sheet; select "
+            "-cl");
     }
     std::string text(const std::string& flag) { return query(flag).toString(); }
     double number(const std::string& flag) { return query(flag).toFloat(); }
@@ -36,11 +37,12 @@ TEST_F(ContextCommand, AFreshToolReportsItsDefaults)
         const char* flag;
         host::mel::Value value;
     } rows[] = {
-        {"deformer", ""},       {"clampMin", 1},     {"clampMax", 0},   {"weightMin", 0.0},
-        {"weightMax", 1.0},     {"displayPrecision", 2}, {"target", ""}, {"displayWeights", 1},
-        {"fontSize", 12},       {"fontOpacity", 1.0}, {"fontColorR", 1.0}, {"fontColorG", 1.0},
-        {"fontColorB", 1.0},    {"weightMode", "default"}, {"plug", ""}, {"influence", ""},
-        {"ngLayer", ""},        {"ngDistributeWeights", 1},
+        {"deformer", ""},     {"clampMin", 1},           {"clampMax", 0},
+        {"weightMin", 0.0},   {"weightMax", 1.0},        {"displayPrecision", 2},
+        {"target", ""},       {"displayWeights", 1},     {"fontSize", 12},
+        {"fontOpacity", 1.0}, {"fontColorR", 1.0},       {"fontColorG", 1.0},
+        {"fontColorB", 1.0},  {"weightMode", "default"}, {"plug", ""},
+        {"influence", ""},    {"ngLayer", ""},           {"ngDistributeWeights", 1},
     };
     for (const auto& row : rows)
         EXPECT_EQ(query(row.flag), row.value) << row.flag << " gives " << query(row.flag).toString();
@@ -154,7 +156,8 @@ TEST_F(ContextCommand, AFailedPlugKeepsTheOldOneAndIsReported)
     EXPECT_NE(failure("-plug nothing").find("\nAPI error detected in src/morvaneContext at line 138\n"),
               std::string::npos);
     for (const char* wrong : {"envelope", "weightList", "input", "groupId"})
-        EXPECT_NE(failure(std::string("-plug ") + wrong).find(kApiError + "241\n"), std::string::npos) << wrong;
+        EXPECT_NE(failure(std::string("-plug ") + wrong).find(kApiError + "241\n"), std::string::npos)
+            << wrong;
     EXPECT_EQ(text("plug"), "weights");
 }
 

@@ -47,14 +47,13 @@ public:
     Pixel at;
 };
 
-INSTANTIATE_TEST_SUITE_P(Everything, Deletion,
-                         ::testing::Values(Case{"skinCluster", "delete deformer"},
-                                           Case{"skinCluster", "delete sheet"},
-                                           Case{"skinCluster", "delete knee"}, Case{"skinCluster", "delete hip"},
-                                           Case{"skinCluster", "file -f -new"},
-                                           Case{"default", "delete deformer"}, Case{"default", "delete sheet"},
-                                           Case{"default", "delete deformerHandle"},
-                                           Case{"default", "file -f -new"}));
+INSTANTIATE_TEST_SUITE_P(
+    Everything, Deletion,
+    ::testing::Values(Case{"skinCluster", "delete deformer"}, Case{"skinCluster", "delete sheet"},
+                      Case{"skinCluster", "delete knee"}, Case{"skinCluster", "delete hip"},
+                      Case{"skinCluster", "file -f -new"}, Case{"default", "delete deformer"},
+                      Case{"default", "delete sheet"}, Case{"default", "delete deformerHandle"},
+                      Case{"default", "file -f -new"}));
 
 TEST_P(Deletion, BetweenPressAndDrag)
 {

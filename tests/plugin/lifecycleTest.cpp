@@ -10,20 +10,21 @@ const std::string kIdle = "idle\tdisplay=0\t";
 
 std::vector<std::string> switchedOn(const std::string& label, const std::string& previousSet)
 {
-    return {kAtOnce + "selectPref -q -clickDrag",
-            kAtOnce + "selectPref -clickDrag true",
-            kAtOnce + "selectMode -component",
-            kAtOnce + "hotkeySet -q -hotkeySetArray",
-            kAtOnce + "hotkeySet -q -current",
-            kAtOnce + "hotkeySet -source \"" + previousSet + "\" \"morvaneTemp\"",
-            kAtOnce + "hotkeySet -e -current \"morvaneTemp\"",
-            kAtOnce + "hotkeyCtx - type \"Tool\" -addClient \"morvaneClient\";",
-            kAtOnce + "hotkey -keyShortcut \"c\" -ctxClient \"morvaneClient\" -name \"MorvaneCopyNameCommand\";",
-            kAtOnce + "hotkey -keyShortcut \"v\" -ctxClient \"morvaneClient\" -name \"MorvanePasteNameCommand\";",
-            kIdle + "hotkeyCtx -type \"Tool\" -currentClient \"morvaneClient\";",
-            kIdle + "if (`headsUpDisplay -ex \"morvaneHUD\"`){string $hudLabel = (\"Sculpting On:" + label +
-                "\");headsUpDisplay -e -vis 1 -label $hudLabel \"morvaneHUD\";}",
-            "status\tClick and drag vertices to adjust the weightmap. Hold control for more precision."};
+    return {
+        kAtOnce + "selectPref -q -clickDrag",
+        kAtOnce + "selectPref -clickDrag true",
+        kAtOnce + "selectMode -component",
+        kAtOnce + "hotkeySet -q -hotkeySetArray",
+        kAtOnce + "hotkeySet -q -current",
+        kAtOnce + "hotkeySet -source \"" + previousSet + "\" \"morvaneTemp\"",
+        kAtOnce + "hotkeySet -e -current \"morvaneTemp\"",
+        kAtOnce + "hotkeyCtx - type \"Tool\" -addClient \"morvaneClient\";",
+        kAtOnce + "hotkey -keyShortcut \"c\" -ctxClient \"morvaneClient\" -name \"MorvaneCopyNameCommand\";",
+        kAtOnce + "hotkey -keyShortcut \"v\" -ctxClient \"morvaneClient\" -name \"MorvanePasteNameCommand\";",
+        kIdle + "hotkeyCtx -type \"Tool\" -currentClient \"morvaneClient\";",
+        kIdle + "if (`headsUpDisplay -ex \"morvaneHUD\"`){string $hudLabel = (\"Sculpting On:" + label +
+            "\");headsUpDisplay -e -vis 1 -label $hudLabel \"morvaneHUD\";}",
+        "status\tClick and drag vertices to adjust the weightmap. Hold control for more precision."};
 }
 
 std::vector<std::string> switchedOff(bool clickDrag, const std::string& previousSet)
@@ -55,7 +56,8 @@ TEST_F(Lifecycle, OnAndOffAskTheHostInOrderAndLeaveThingsAsTheyWere)
 
 TEST_F(Lifecycle, TheUsersOwnHotkeySetAndClickDragPreferenceComeBack)
 {
-    mel("hotkeySet -source \"Maya_Default\" \"Mine\"; hotkeySet -e -current \"Mine\"; selectPref -clickDrag true");
+    mel("hotkeySet -source \"Maya_Default\" \"Mine\"; hotkeySet -e -current \"Mine\"; selectPref -clickDrag "
+        "true");
     toolOn();
     EXPECT_EQ(traced(*this, [&] { toolOff(); }), switchedOff(true, "Mine"));
     EXPECT_EQ(melString("hotkeySet -q -current"), "Mine");
@@ -104,18 +106,16 @@ TEST_F(Lifecycle, TheLabelNamesWhatIsEditedAndChangesOnlyWhileShown)
         const char* mode;
         const char* label;
     } rows[] = {
-        {"default", "clu.weights"},
-        {"plug", "clu."},
-        {"skinCluster", "skinCluster.bone"},
-        {"dualQuaternion", "skinCluster.dualQuaternion"},
-        {"blendShapeTarget", "NULL : "},
-        {"blendShapeBase", "NULL.baseWeights"},
+        {"default", "clu.weights"},          {"plug", "clu."},
+        {"skinCluster", "skinCluster.bone"}, {"dualQuaternion", "skinCluster.dualQuaternion"},
+        {"blendShapeTarget", "NULL : "},     {"blendShapeBase", "NULL.baseWeights"},
     };
     for (const auto& row : rows) {
         const std::vector<std::string> lines =
             traced(*this, [&] { edit(std::string("-weightMode ") + row.mode); });
         ASSERT_FALSE(lines.empty());
-        EXPECT_EQ(lines.back(), update + row.label + "\");headsUpDisplay -e -label $hudLabel \"morvaneHUD\";}");
+        EXPECT_EQ(lines.back(),
+                  update + row.label + "\");headsUpDisplay -e -label $hudLabel \"morvaneHUD\";}");
     }
     EXPECT_NE(melString("headsUpDisplay -q -label morvaneHUD"), "Sculpting On:NULL.baseWeights") << "hidden";
     toolOn();

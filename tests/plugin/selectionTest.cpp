@@ -58,8 +58,8 @@ TEST_F(ToolSelection, AClickOnAVertexSelectsItInsideOneChunk)
     EXPECT_EQ(lines, (std::vector<std::string>{
                          "mel\tdisplay=0\tundo=0\tselectPref -q -preSelectHilite", symmetry,
                          "mel\tdisplay=0\tundo=0\texists ngst2Layers",
-                         "mel\tdisplay=0\tundo=1\tundoInfo -openChunk -chunkName \"morvaneToolCmd\"", symmetry,
-                         "mel\tdisplay=0\tundo=1\tundoInfo -closeChunk"}));
+                         "mel\tdisplay=0\tundo=1\tundoInfo -openChunk -chunkName \"morvaneToolCmd\"",
+                         symmetry, "mel\tdisplay=0\tundo=1\tundoInfo -closeChunk"}));
     mel("undo");
     EXPECT_EQ(selected(), Names{});
     mel("redo");
@@ -115,8 +115,9 @@ TEST_F(ToolSelection, OnePixelIsAClickTwoAreAMarquee)
 TEST_F(ToolSelection, AnEmptyMarqueeClearsWithoutAToolCommand)
 {
     mel("select sheet.vtx[12]");
-    const std::vector<std::string> lines =
-        traced(*this, [&] { marquee(empty(), {empty().x + 20, empty().y + 20}); });
+    const std::vector<std::string> lines = traced(*this, [&] {
+        marquee(empty(), {empty().x + 20, empty().y + 20});
+    });
     EXPECT_EQ(selected(), Names{});
     EXPECT_EQ(lines.back(), "mel\tdisplay=1\tundo=1\tselect -cl");
     EXPECT_EQ(melString("undoInfo -q -undoName"), "select -cl");
@@ -126,11 +127,11 @@ TEST_F(ToolSelection, TheMarqueeIsDrawnDashedAndWhite)
 {
     press(empty());
     const std::vector<std::string> lines = traced(*this, [&] { drag({43, 33}); });
-    EXPECT_EQ(lines, (std::vector<std::string>{
-                         "draw\tbeginDrawable selectable=2 name=0", "draw\tsetColor 1 1 1 1",
-                         "draw\tsetLineStyle 2", lines.size() > 3 ? lines[3] : "", lines.size() > 4 ? lines[4] : "",
-                         lines.size() > 5 ? lines[5] : "", lines.size() > 6 ? lines[6] : "",
-                         "draw\tendDrawable"}));
+    EXPECT_EQ(lines,
+              (std::vector<std::string>{"draw\tbeginDrawable selectable=2 name=0", "draw\tsetColor 1 1 1 1",
+                                        "draw\tsetLineStyle 2", lines.size() > 3 ? lines[3] : "",
+                                        lines.size() > 4 ? lines[4] : "", lines.size() > 5 ? lines[5] : "",
+                                        lines.size() > 6 ? lines[6] : "", "draw\tendDrawable"}));
     std::vector<std::string> edges(lines.begin() + 3, lines.begin() + 7);
     for (std::string& edge : edges) // either direction
         for (const auto& [from, to] : {std::pair<std::string, std::string>{"43 3 3 3", "3 3 43 3"},

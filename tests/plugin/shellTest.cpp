@@ -8,21 +8,26 @@ namespace {
 const std::string kAtOnce = "mel\tdisplay=0\tundo=0\t";
 const std::string kIdle = "idle\tdisplay=0\t";
 
-std::string query(const std::string& name) { return kAtOnce + "runTimeCommand -q -exists \"" + name + "\""; }
+std::string query(const std::string& name)
+{
+    return kAtOnce + "runTimeCommand -q -exists \"" + name + "\"";
+}
 
 // The texts as the trace writes them: tabs and backslashes of the command are escaped.
 std::vector<std::string> definition(const std::string& name, const std::string& verb, const std::string& flag,
                                     const std::string& nameCommand)
 {
-    return {query(name),
-            kAtOnce + "runTimeCommand -annotation \"" + verb +
-                " the weights in the morvane context\" -commandLanguage \"mel\" -command(\"string $x = "
-                "`getPanel - withFocus`;if (`substring $x 1 10` == \\\\\"modelPanel\\\\\"){morvaneContext -e -" +
-                flag + " true morvaneContext1;}\") -hotkeyCtx \"morvaneClient\" -category \"Morvane\" "
-                       "-default true " +
-                name + ";",
-            kAtOnce + "\\t\\tnameCommand\\t\\t- annotation \"" + nameCommand +
-                "\"\\t\\t- sourceType \"mel\"\\t\\t- command(\"" + name + "\")\\t\\t" + nameCommand + ";"};
+    return {
+        query(name),
+        kAtOnce + "runTimeCommand -annotation \"" + verb +
+            " the weights in the morvane context\" -commandLanguage \"mel\" -command(\"string $x = "
+            "`getPanel - withFocus`;if (`substring $x 1 10` == \\\\\"modelPanel\\\\\"){morvaneContext -e -" +
+            flag +
+            " true morvaneContext1;}\") -hotkeyCtx \"morvaneClient\" -category \"Morvane\" "
+            "-default true " +
+            name + ";",
+        kAtOnce + "\\t\\tnameCommand\\t\\t- annotation \"" + nameCommand +
+            "\"\\t\\t- sourceType \"mel\"\\t\\t- command(\"" + name + "\")\\t\\t" + nameCommand + ";"};
 }
 
 const std::string kCreateDisplay =

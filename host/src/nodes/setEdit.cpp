@@ -123,7 +123,8 @@ void addToSet(Session& session, Node& set, const SelectionList& members)
     requireSet(set);
     for (const SelectionItem& item : members.items) {
         if (item.component)
-            addPoints(session, set, *item.node->asDag(), pointIndices(*item.node->asDag(), item.component.get()));
+            addPoints(session, set, *item.node->asDag(),
+                      pointIndices(*item.node->asDag(), item.component.get()));
         else
             addNode(session, set, *item.node);
     }
