@@ -80,12 +80,7 @@ private:
     SetFlags setFlags(MaCursor& cursor) const;
     Node* setTarget(const MaStatement& words, std::string& path);
     void setFlagsOf(const PlugRange& range, const SetFlags& flags);
-    void setValues(const PlugRange& range, const SetFlags& flags, MaCursor& cursor);
     bool meshStatement(Node& node, const std::string& path, MaCursor& cursor);
-    void assign(const Plug& plug, const std::string& type, MaCursor& cursor);
-    void assignArray(const Plug& array, const std::string& type, MaCursor& cursor);
-    void assignMatrix(const Plug& plug, const std::string& type, MaCursor& cursor);
-    double inSceneUnits(const Attribute& attribute, double value) const;
     void keepSetAttr(Node& node, const MaStatement& words, const MaWord& pathWord, const std::string& path);
     void finishMesh();
     // Connections.

@@ -1,7 +1,6 @@
 #include "scene/maReader.h"
 
-#include "graph/numericArray.h"
-#include "graph/weightRows.h"
+#include "scene/assignValues.h"
 #include "scene/dataText.h"
 #include "scene/meshText.h"
 #include "scene/plugRange.h"
@@ -93,7 +92,7 @@ void MaReader::setAttr(const MaStatement& words)
     if (!range || range->plug.attribute()->type == AttributeType::kOpaque)
         return keepSetAttr(*node, words, *flags.path, path);
     setFlagsOf(*range, flags);
-    setValues(*range, flags, cursor);
+    assignValues(*range, flags.type, info.units, cursor);
     // The parts of a transformation are kept as text beside the matrix that they make.
     const bool xform = range->plug.attribute()->type == AttributeType::kMatrix &&
                        std::any_of(words.words.begin(), words.words.end(),
@@ -115,95 +114,6 @@ void MaReader::setFlagsOf(const PlugRange& range, const SetFlags& flags)
         if (!flags.locked && !flags.keyable && !flags.channelBox)
             break;
     }
-}
-
-void MaReader::setValues(const PlugRange& range, const SetFlags& flags, MaCursor& cursor)
-{
-    if (cursor.atEnd())
-        return;
-    const Attribute& attribute = *range.plug.attribute();
-    if (attribute.type == AttributeType::kData && flags.type.empty())
-        cursor.fail("the value of \"" + attribute.longName + "\" needs a -type");
-    if (range.count() > cursor.left())
-        cursor.fail("there are fewer values than elements");
-    if (range.ranged && attribute.isNumber() && attribute.flags.array &&
-        range.slot == attribute.ownIndexSlot() && !(attribute.parent && attribute.parent->flags.weightRows)) {
-        const Plug array = range.plug.array();
-        NumericArray& numbers = array.makeNumbers();
-        for (std::uint32_t index = range.first; index <= range.last; ++index)
-            numbers.set(index, inSceneUnits(attribute, cursor.number()));
-        array.changed();
-    } else {
-        for (std::size_t step = 0; step < range.count(); ++step)
-            assign(range.at(step), flags.type, cursor);
-    }
-    cursor.expectEnd();
-}
-
-double MaReader::inSceneUnits(const Attribute& attribute, double value) const
-{
-    if (attribute.type == AttributeType::kDistance)
-        return value * info.units.centimetres;
-    if (attribute.type == AttributeType::kAngle)
-        return value * info.units.degrees;
-    return value;
-}
-
-/// Takes the words of one value: children one after the other, elements of an array as index and value.
-void MaReader::assign(const Plug& plug, const std::string& type, MaCursor& cursor)
-{
-    const Attribute& attribute = *plug.attribute();
-    if (plug.isArray())
-        return assignArray(plug, type, cursor);
-    if (attribute.isNumber()) {
-        if (attribute.parent && attribute.parent->flags.weightRows) {
-            const Plug rows(plug.node(), attribute.parent);
-            rows.makeRows().set(plug.index(0), plug.index(1), cursor.number());
-            return rows.changed();
-        }
-        return plug.setNumber(inSceneUnits(attribute, cursor.number()));
-    }
-    switch (attribute.type) {
-    case AttributeType::kCompound:
-        for (unsigned child = 0; child < attribute.children.size(); ++child)
-            assign(plug.child(child), type, cursor);
-        return;
-    case AttributeType::kString:
-        return plug.setText(cursor.text());
-    case AttributeType::kMatrix:
-        return assignMatrix(plug, type, cursor);
-    case AttributeType::kData:
-        return plug.setData(readData(cursor, type));
-    default:
-        cursor.fail("the attribute \"" + attribute.longName + "\" takes no value");
-    }
-}
-
-void MaReader::assignArray(const Plug& array, const std::string& type, MaCursor& cursor)
-{
-    const Attribute& attribute = *array.attribute();
-    const bool row = attribute.parent && attribute.parent->flags.weightRows;
-    if (row) {
-        const Plug rows(array.node(), attribute.parent);
-        rows.makeRows().touchRow(array.index(0));
-    }
-    for (std::size_t left = cursor.count(); left > 0; --left) {
-        const long long index = cursor.integer();
-        if (index < 0 || index >= Plug::kNoIndex)
-            cursor.fail("\"" + std::to_string(index) + "\" is no index");
-        assign(array.element(static_cast<std::uint32_t>(index)), type, cursor);
-    }
-}
-
-void MaReader::assignMatrix(const Plug& plug, const std::string& type, MaCursor& cursor)
-{
-    if (!type.empty() && type != "matrix" && type != "fltMatrix")
-        cursor.fail("a value of type \"" + type + "\" is no matrix");
-    if (cursor.peek().text == "xform") {
-        cursor.next();
-        return plug.setMatrix(readXform(cursor));
-    }
-    plug.setMatrix(readMatrix(cursor));
 }
 
 /// Keeps the statement on its node, with the node's name taken out of it.

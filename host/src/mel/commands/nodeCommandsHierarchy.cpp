@@ -1,0 +1,226 @@
+#include "graph/graph.h"
+#include "mel/command.h"
+#include "mel/commands/geometryCommands.h"
+#include "mel/commands/nodeCommands.h"
+#include "mel/commands/plugArguments.h"
+#include "nodes/geometry.h"
+#include "nodes/transformMatrix.h"
+#include "scene/maReader.h"
+#include "scene/maText.h"
+#include "scene/maWriter.h"
+#include "scene/sceneInfo.h"
+#include "session.h"
+#include "types/error.h"
+#include "undo/edits.h"
+
+#include <ImathEuler.h>
+#include <ImathMatrixAlgo.h>
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <sstream>
+
+namespace host {
+
+namespace {
+
+using mel::Args;
+using mel::ArgType;
+using mel::CommandSpec;
+using mel::Value;
+
+void setTriple(Session& session, Node& node, const char* attribute, const Imath::V3d& value)
+{
+    const Plug plug = node.plug(attribute);
+    for (unsigned axis = 0; axis < 3; ++axis) {
+        if (plug.child(axis).number() != value[static_cast<int>(axis)])
+            session.edits().setNumber(plug.child(axis), value[static_cast<int>(axis)]);
+    }
+}
+
+/// Degrees about x, y and z of a rotation in the given order.
+Imath::V3d anglesOf(const Imath::M44d& rotation, int order)
+{
+    using Euler = Imath::Eulerd;
+    static constexpr Euler::Order kOrders[] = {Euler::XYZ, Euler::YZX, Euler::ZXY,
+                                               Euler::XZY, Euler::YXZ, Euler::ZYX};
+    Euler angles(kOrders[order]);
+    angles.extract(rotation);
+    return angles.toXYZVector() * (180.0 / M_PI);
+}
+
+/// Chooses translate, rotate, scale and shear such that the node comes to stand as it stood; pivots,
+/// rotate axis and joint orient stay.
+void placeInWorld(Session& session, DagNode& node, const Imath::M44d& world)
+{
+    const Imath::M44d above = node.plug("offsetParentMatrix").matrix() * parentMatrix(node);
+    const Imath::M44d local = world * above.inverse();
+    TransformParts parts = transformParts(node);
+    Imath::M44d rotation = local;
+    if (!Imath::extractAndRemoveScalingAndShear(rotation, parts.scale, parts.shear, false))
+        throw Error("parent: " + node.uniqueName() +
+                    " has no size in one direction and cannot keep its place.");
+    rotation[3][0] = rotation[3][1] = rotation[3][2] = 0.0;
+    const Imath::M44d axis = rotationMatrix(parts.rotateAxis, 0),
+                      orient = rotationMatrix(parts.jointOrient, 0);
+    parts.rotate = anglesOf(axis.inverse() * rotation * orient.inverse(), parts.rotateOrder);
+    parts.translate = Imath::V3d(0.0);
+    parts.translate = local.translation() - localMatrix(parts).translation();
+    setTriple(session, node, "translate", parts.translate);
+    setTriple(session, node, "rotate", parts.rotate);
+    setTriple(session, node, "scale", parts.scale);
+    setTriple(session, node, "shear", parts.shear);
+}
+
+/// A joint learns the scale of the joint above, to take it out of its own matrix.
+void linkScale(Session& session, DagNode& node)
+{
+    if (!node.type().isA("joint"))
+        return;
+    const Plug inverse = node.plug("inverseScale");
+    const Plug fed = session.graph().source(inverse);
+    if (!fed.isNull())
+        session.edits().disconnect(fed, inverse);
+    if (node.parent() && node.parent()->type().isA("joint"))
+        session.edits().connect(node.parent()->plug("scale"), inverse);
+}
+
+void moveUnder(Session& session, DagNode& node, DagNode* parent, const Args& args)
+{
+    if (node.isShape() != args.isSet("shape"))
+        throw Error("parent: " + node.uniqueName() +
+                    (node.isShape() ? " is a shape (-shape)." : " is no shape (-shape)."));
+    if (node.parent() == parent)
+        return;
+    const Imath::M44d world = worldMatrix(node);
+    session.edits().reparent(node, parent);
+    linkScale(session, node);
+    if (!args.isSet("relative") && !node.isShape() && !worldMatrix(node).equalWithAbsError(world, 1e-12))
+        placeInWorld(session, node, world);
+}
+
+Value parent(Session& session, const Args& args)
+{
+    std::vector<Node*> nodes = nodesOrSelection(session, args.objectNames());
+    DagNode* above = nullptr;
+    if (!args.isSet("world")) {
+        if (nodes.size() < 2)
+            throw Error("parent needs the nodes to move and the new parent.");
+        above = nodes.back()->asDag();
+        if (!above || above->isShape())
+            throw Error("parent: " + nodes.back()->uniqueName() + " cannot be a parent.");
+        nodes.pop_back();
+    }
+    for (Node* const node : nodes) {
+        if (!node->asDag())
+            throw Error("parent: " + node->uniqueName() + " is not in the DAG.");
+        moveUnder(session, *node->asDag(), above, args);
+    }
+    mel::StringArray names;
+    for (const Node* const node : nodes)
+        names.push_back(node->uniqueName());
+    return names;
+}
+
+/// A node and all below it as the text of a file; history, which is intermediate, is left out.
+void writeTree(std::string& text, const DagNode& node, const std::string& name, const std::string& parentName)
+{
+    text += "createNode " + node.type().name + " -n " + maQuoted(name);
+    text += parentName.empty() ? ";\n" : " -p " + maQuoted(parentName) + ";\n";
+    MaNodeWriter(text, node, SceneUnits()).write();
+    for (const Ref<DagNode>& child : node.children()) {
+        if (!child->isIntermediate())
+            writeTree(text, *child, child->name(), parentName + "|" + name);
+    }
+}
+
+/// What history had made of the shapes becomes the copies' own.
+void copyShapes(DagNode& from, DagNode& to)
+{
+    const Attribute* const stored = to.findAttribute(from.type().isA("mesh") ? "cachedInMesh" : "cached");
+    if (from.isShape() && stored) {
+        if (const GeometryRef geometry = shapeGeometry(from))
+            Plug(&to, stored).setData(geometry);
+        return;
+    }
+    std::size_t copied = 0;
+    for (const Ref<DagNode>& child : from.children()) {
+        if (!child->isIntermediate() && copied < to.children().size())
+            copyShapes(*child, *to.children()[copied++]);
+    }
+}
+
+DagNode& copyTree(Graph& graph, DagNode& original, const std::string& name)
+{
+    std::string text = "//Maya ASCII 2019 scene\n";
+    writeTree(text, original, name, {});
+    const std::size_t before = graph.nodes().size();
+    std::istringstream stream(text);
+    SceneInfo unused;
+    MaReadOptions options;
+    options.import = true;
+    MaReader(graph, unused, stream, "duplicate", options).read();
+    DagNode& copy = *graph.nodes()[before]->asDag();
+    if (original.parent())
+        graph.reparent(copy, original.parent());
+    copyShapes(original, copy);
+    return copy;
+}
+
+DagNode& duplicateNode(Session& session, DagNode& original, const std::string& name)
+{
+    struct State {
+        Ref<DagNode> original, copy;
+        Graph::Removal removal;
+    };
+    const auto state = std::make_shared<State>();
+    state->original = &original;
+    session.edits().perform(
+        [state, name](Session& now) {
+            if (state->copy)
+                now.graph().restore(state->removal);
+            else
+                state->copy = &copyTree(now.graph(), *state->original, name);
+        },
+        [state](Session& now) { state->removal = now.graph().remove(*state->copy); });
+    return *state->copy;
+}
+
+Value duplicate(Session& session, const Args& args)
+{
+    mel::StringArray names;
+    for (Node* const node : nodesOrSelection(session, args.objectNames())) {
+        DagNode* dag = node->asDag();
+        if (dag && dag->isShape())
+            dag = dag->parent();
+        if (!dag)
+            throw Error("duplicate: " + node->uniqueName() + " is not in the DAG.");
+        DagNode& copy = duplicateNode(session, *dag, args.textOr("name", dag->name()));
+        selectOnly(session, copy);
+        names.push_back(copy.uniqueName());
+    }
+    return names;
+}
+
+} // namespace
+
+void registerHierarchyCommands(mel::CommandRegistry& registry)
+{
+    registry.add(CommandSpec("parent")
+                     .flag("w", "world")
+                     .flag("r", "relative")
+                     .flag("a", "absolute")
+                     .flag("s", "shape")
+                     .objects(0)
+                     .undoable(),
+                 parent);
+    registry.add(CommandSpec("duplicate")
+                     .flag("n", "name", {ArgType::kString})
+                     .flag("rr", "returnRootsOnly")
+                     .objects(0)
+                     .undoable(),
+                 duplicate);
+}
+
+} // namespace host

@@ -1,0 +1,95 @@
+#include "mel/commands/plugArguments.h"
+
+#include "graph/graph.h"
+#include "mel/commands/commandTargets.h"
+#include "session.h"
+#include "types/error.h"
+
+#include <algorithm>
+
+namespace host {
+
+namespace {
+
+std::string pathOf(const std::string& text)
+{
+    const std::size_t dot = text.find('.');
+    return dot == text.npos ? std::string() : text.substr(dot + 1);
+}
+
+} // namespace
+
+Node& nodeOfPlug(Session& session, const std::string& text)
+{
+    const std::size_t dot = text.find('.');
+    if (dot == text.npos)
+        throw Error("The attribute of '" + text + "' is missing.");
+    return session.graph().get(text.substr(0, dot));
+}
+
+PlugRange plugsNamed(Session& session, const std::string& text)
+{
+    Node& node = nodeOfPlug(session, text);
+    const std::optional<PlugRange> plugs = resolvePlugs(node, pathOf(text));
+    if (!plugs)
+        throw Error("No object matches name: " + text);
+    return *plugs;
+}
+
+Plug plugNamed(Session& session, const std::string& text)
+{
+    Node& node = nodeOfPlug(session, text);
+    const std::optional<Plug> plug = resolvePlug(node, pathOf(text));
+    if (!plug)
+        throw Error("No object matches name: " + text);
+    return *plug;
+}
+
+bool plugExists(Session& session, const std::string& text)
+{
+    try {
+        return !plugsNamed(session, text).plug.isNull();
+    } catch (const Error&) {
+        return false;
+    }
+}
+
+std::vector<Node*> nodesNamed(Session& session, const std::vector<std::string>& names)
+{
+    std::vector<Node*> nodes;
+    const auto add = [&](Node* node) {
+        if (std::find(nodes.begin(), nodes.end(), node) == nodes.end())
+            nodes.push_back(node);
+    };
+    for (const std::string& name : names) {
+        if (name.find_first_of("*?") == name.npos) {
+            add(&session.graph().get(name));
+            continue;
+        }
+        const std::vector<Node*> matches = session.graph().match(name);
+        if (matches.empty())
+            throw Error("No object matches name: " + name);
+        std::for_each(matches.begin(), matches.end(), add);
+    }
+    return nodes;
+}
+
+std::vector<Node*> nodesOrSelection(Session& session, const std::vector<std::string>& names)
+{
+    if (!names.empty())
+        return nodesNamed(session, names);
+    std::vector<Node*> nodes;
+    for (const SelectionItem& item : commandTargets(session, {}).items) {
+        if (item.node && std::find(nodes.begin(), nodes.end(), item.node.get()) == nodes.end())
+            nodes.push_back(item.node.get());
+    }
+    return nodes;
+}
+
+std::string shownName(const Node& node, bool longNames)
+{
+    const DagNode* const dag = node.asDag();
+    return longNames && dag ? dag->fullPath() : node.uniqueName();
+}
+
+} // namespace host
