@@ -34,7 +34,9 @@ PointGroup taggedPoints(const Geometry& geometry, const std::string& expression)
     return pointGroup(geometry, components);
 }
 
-PointGroup members(const Plug& element, const Geometry& geometry)
+} // namespace
+
+PointGroup memberPoints(const Plug& element, const Geometry& geometry)
 {
     const int id = static_cast<int>(element.child("groupId").number());
     if (id != 0 && geometry.groups) {
@@ -50,8 +52,6 @@ PointGroup members(const Plug& element, const Geometry& geometry)
     return everything;
 }
 
-} // namespace
-
 void computeFilter(Node& node, const Attribute& output, void (*deform)(Node&, FilterInput&))
 {
     const Plug inputs = node.plug("input");
@@ -66,7 +66,7 @@ void computeFilter(Node& node, const Attribute& output, void (*deform)(Node&, Fi
             node.storeData(outputs.element(index), input.geometry);
             continue;
         }
-        PointGroup group = members(element, *input.geometry);
+        PointGroup group = memberPoints(element, *input.geometry);
         input.index = index;
         input.envelope = envelope;
         input.all = group.all;

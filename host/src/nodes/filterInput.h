@@ -13,6 +13,7 @@ namespace host {
 class Attribute;
 class Node;
 class NumericArray;
+class Plug;
 
 /// One geometry on its way through a deformer.
 struct FilterInput {
@@ -30,11 +31,13 @@ struct FilterInput {
     }
 };
 
+/// The points of a geometry that a deformer may move, told by an element of its `input`: those of the group
+/// whose id the input has, as the geometry says; else those of the component tags its expression names; all
+/// points when there is neither.
+PointGroup memberPoints(const Plug& input, const Geometry& geometry);
+
 /// Computes outputGeometry of a deformer: every input geometry is handed to `deform`, which writes to
 /// input.points. A deformer without effect (node state, envelope 0) passes its inputs on.
-///
-/// Members are the points of the group whose id the input has, as the geometry says; else those of the
-/// component tags its expression names; all points when there is neither.
 void computeFilter(Node& node, const Attribute& output, void (*deform)(Node&, FilterInput&));
 
 /// Calls `change` for runs of members (see FilterInput::point) that cover them all, on several threads when
