@@ -2,6 +2,7 @@
 
 #include "mel/value.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -53,6 +54,9 @@ public:
     /// environment variable MAYA_SCRIPT_PATH.
     std::vector<std::string> scriptPath;
 
+    /// The state of `rand`: the same numbers in every session until `seed` sets it.
+    std::uint64_t randomState = 1;
+
     OptionVariables& optionVariables();
     Session& session();
 
@@ -64,6 +68,7 @@ private:
     Value callProcedure(const Procedure& procedure, std::vector<Argument>& arguments);
     const Procedure* findProcedure(const std::string& name, FileScope* scope) const;
     std::string findScript(const std::string& file) const;
+    std::string findOnScriptPath(const std::string& file) const;
 
     std::unique_ptr<State> state;
 };

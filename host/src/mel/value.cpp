@@ -195,6 +195,8 @@ Value Value::convertedTo(Type target) const
 {
     if (target == type())
         return *this;
+    if (isArray(type()) && isArray(target) && size() == 0)
+        return zero(target);
     switch (target) {
     case Type::kInt:
         return toInt();

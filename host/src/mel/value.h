@@ -102,6 +102,7 @@ public:
     /// Truth as conditions see it: a number or length that is not zero. A string counts as the number it
     /// begins with; the words true, on and yes count as 1.
     bool toBool() const;
+    /// As the to... functions; besides, an empty array becomes an empty array of any type.
     Value convertedTo(Type type) const;
 
     /// What `print` writes: like toString(), and arrays and matrices line by line, each line ended.
