@@ -146,9 +146,10 @@ TEST_P(StrokeInMode, AddsTheOffsetTimesTheFalloffAndClamps)
             }
             EXPECT_EQ(after[k], expected) << "vertex " << v;
         }
-        if (skinned)
+        if (skinned) {
             for (const std::vector<double>& row : skinWeights(session, "skin", kVertices, 3))
                 EXPECT_NEAR(row[0] + row[1] + row[2], 1.0, 1e-12);
+        }
         mel("undo");
     }
 }

@@ -48,7 +48,7 @@ void HostTest::TearDown()
     if (lenient)
         return;
     std::vector<std::string> left = seen;
-    for (const std::string& text : expected) {
+    for (const std::string& text : declared) {
         const auto found = std::find(left.begin(), left.end(), text);
         if (found == left.end())
             ADD_FAILURE() << "expected message did not appear: " << text;

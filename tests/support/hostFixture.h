@@ -28,8 +28,8 @@ public:
     std::string melError(const std::string& text);
 
     /// Declares messages that must appear (in any order), word for word.
-    void expectWarning(const std::string& text) { expected.push_back("warning: " + text); }
-    void expectError(const std::string& text) { expected.push_back("error: " + text); }
+    void expectWarning(const std::string& text) { declared.push_back("warning: " + text); }
+    void expectError(const std::string& text) { declared.push_back("error: " + text); }
     /// Lets any message pass from here on (for tests of bad input that look at the messages themselves).
     void allowMessages() { lenient = true; }
     const std::vector<std::string>& messages() const { return seen; }
@@ -42,7 +42,7 @@ protected:
     void TearDown() override;
 
 private:
-    std::vector<std::string> expected;
+    std::vector<std::string> declared;
     std::vector<std::string> seen;
     bool lenient = false;
 };
