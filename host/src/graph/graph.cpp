@@ -16,6 +16,8 @@ Graph::~Graph()
     clear();
 }
 
+Graph::Contents::Contents() = default;
+
 Graph::Contents::~Contents()
 {
     // Links hold nodes and nodes hold their neighbours in the hierarchy: both are undone by hand.

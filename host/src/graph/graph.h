@@ -55,7 +55,7 @@ public:
 
     /// The whole scene taken out, to be put back as it was: the same objects in the same order. Its nodes
     /// are not alive meanwhile. No observer is told.
-    struct Contents;
+    class Contents;
     std::unique_ptr<Contents> takeContents();
     /// Drops what is in the scene now.
     void putContents(std::unique_ptr<Contents> contents);
@@ -156,6 +156,21 @@ private:
     std::vector<Ref<DagNode>> worldChildren;
     std::unique_ptr<Parts> parts;
     std::uint64_t changes = 0;
+};
+
+class Graph::Contents {
+public:
+    Contents();
+    ~Contents();
+    Contents(const Contents&) = delete;
+    Contents& operator=(const Contents&) = delete;
+
+private:
+    friend class Graph;
+    std::vector<Ref<Node>> all;
+    std::vector<Ref<DagNode>> worldChildren;
+    std::unique_ptr<Parts> parts;
+    bool modified = false;
 };
 
 } // namespace host

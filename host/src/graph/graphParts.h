@@ -27,12 +27,4 @@ struct Graph::Parts {
     std::uint64_t propagation = 0;
 };
 
-struct Graph::Contents {
-    ~Contents();
-    std::vector<Ref<Node>> all;
-    std::vector<Ref<DagNode>> worldChildren;
-    std::unique_ptr<Parts> parts;
-    bool modified = false;
-};
-
 } // namespace host
