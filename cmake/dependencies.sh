@@ -4,7 +4,7 @@
 set -eu
 
 packages="cmake ninja-build g++ ccache nlohmann-json3-dev libnanoflann-dev libimath-dev tao-pegtl-dev
-libtbb-dev libimgui-dev libegl-dev libgl-dev libegl-mesa0 libgl1-mesa-dri libstb-dev libcli11-dev
+libtbb-dev libimgui-dev libegl-dev libgl-dev libopengl-dev libegl-mesa0 libgl1-mesa-dri libstb-dev libcli11-dev
 libgtest-dev fonts-dejavu-core $*"
 
 missing=""

@@ -88,6 +88,7 @@ void finishSelecting(Session& session, SelectionGesture& gesture, const Event& e
     gesture.selecting = false;
     SelectionState& selection = session.selection();
     const SelectionList before = selection.active();
+    const SelectionState::Snapshot earlier = selection.snapshot();
     SelectionList after = combined(before, pick(session, gesture), gesture.modifiers);
     if (gesture.symmetry && selection.symmetry.enabled)
         after = symmetrized(session, after);
@@ -95,7 +96,7 @@ void finishSelecting(Session& session, SelectionGesture& gesture, const Event& e
         return;
     const UndoQueue::CommandScope scope(session.undo(), selectText(after));
     session.edits().perform([after](Session& target) { target.selection().setActive(after); },
-                            [before](Session& target) { target.selection().setActive(before); });
+                            [earlier](Session& target) { target.selection().restore(earlier); });
 }
 
 } // namespace host

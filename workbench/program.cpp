@@ -1,0 +1,168 @@
+#include "program.h"
+
+#include "mel/interpreter.h"
+#include "messages.h"
+#include "plugInPath.h"
+#include "plugins/pluginRegistry.h"
+#include "render/picture.h"
+#include "safeFile.h"
+#include "scene/sceneFile.h"
+#include "tools/idleQueue.h"
+#include "tools/tools.h"
+#include "trace.h"
+#include "types/error.h"
+#include "view/viewport.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <exception>
+
+namespace workbench {
+
+/// The trace as a file, written line by line so that it is complete up to a crash.
+class Program::TraceFile {
+public:
+    explicit TraceFile(const std::string& name) : path(name), file(std::fopen(name.c_str(), "w"))
+    {
+        if (!file)
+            throw host::Error("Cannot write '" + path + "': " + std::strerror(errno) + ".");
+    }
+    ~TraceFile() { std::fclose(file); }
+    TraceFile(const TraceFile&) = delete;
+    TraceFile& operator=(const TraceFile&) = delete;
+
+    void write(const std::string& line)
+    {
+        std::fputs((line + "\n").c_str(), file);
+        std::fflush(file);
+    }
+    void check() const
+    {
+        if (std::ferror(file) != 0)
+            throw host::Error("Cannot write '" + path + "': the trace is incomplete.");
+    }
+
+private:
+    std::string path;
+    std::FILE* file;
+};
+
+Program::Program(const Options& asked) : options(asked)
+{
+    hostSession.viewport().width = options.width;
+    hostSession.viewport().height = options.height;
+}
+
+Program::~Program()
+{
+    hostSession.trace().setSink({});
+}
+
+void Program::fail(const std::string& text)
+{
+    hasFailed = true;
+    hostSession.messages().error(text);
+}
+
+template <class Step>
+void Program::attempt(Step&& step)
+{
+    try {
+        step();
+    } catch (const std::exception& problem) {
+        fail(problem.what());
+    }
+}
+
+void Program::start()
+{
+    attempt([this] {
+        openTrace();
+        openScene();
+        loadPlugIn();
+        for (const Options::Task& task : options.tasks) {
+            if (hostSession.quitting())
+                break;
+            runTask(task);
+        }
+    });
+}
+
+void Program::finish()
+{
+    if (!hasFailed) {
+        attempt([this] { writeImage(); });
+        attempt([this] { saveScene(); });
+    }
+    hostSession.quit();
+    // What the tear-down asks of the host is no longer part of the run.
+    hostSession.trace().setSink({});
+    attempt([this] {
+        if (traceFile)
+            traceFile->check();
+    });
+}
+
+void Program::openTrace()
+{
+    if (options.trace.empty())
+        return;
+    traceFile = std::make_unique<TraceFile>(options.trace);
+    hostSession.trace().setSink([this](const std::string& line) { traceFile->write(line); });
+}
+
+void Program::openScene()
+{
+    if (!options.scene.empty()) {
+        host::openScene(hostSession, options.scene);
+        hostSession.sceneName = options.scene;
+    }
+    idle();
+}
+
+void Program::loadPlugIn()
+{
+    if (options.noPlugIn)
+        return;
+    const std::string file = options.plugIn.empty() ? builtPlugIn() : options.plugIn;
+    if (file.empty())
+        throw host::Error("The plug-in morvane.so is not beside the program; name it with --plug-in.");
+    hostSession.plugins().load(file);
+    idle();
+}
+
+void Program::runTask(const Options::Task& task)
+{
+    if (task.kind == Options::Task::Kind::kFile)
+        hostSession.mel().source(task.value);
+    else
+        hostSession.mel().execute(task.value);
+    idle();
+}
+
+void Program::idle()
+{
+    hostSession.tools().idle().run();
+}
+
+void Program::writeImage()
+{
+    if (!options.image.empty())
+        writeFileSafely(options.image, pngOf(renderPicture(hostSession)));
+}
+
+void Program::saveScene()
+{
+    if (!options.save.empty())
+        host::saveScene(hostSession, options.save);
+}
+
+int runBatch(Program& program)
+{
+    program.start();
+    program.finish();
+    return program.failed() ? 1 : 0;
+}
+
+} // namespace workbench

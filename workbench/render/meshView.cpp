@@ -1,0 +1,79 @@
+#include "render/meshView.h"
+
+namespace workbench {
+
+namespace {
+
+/// The sum of the normals of the faces around each vertex, weighted by area.
+std::vector<Imath::V3d> normalsOf(const host::MeshTopology& topology, const std::vector<Imath::V3d>& points)
+{
+    std::vector<Imath::V3d> normals(points.size(), Imath::V3d(0, 0, 0));
+    std::size_t corner = 0;
+    for (const int count : topology.faceCounts) {
+        Imath::V3d normal(0, 0, 0);
+        const auto vertex = [&](int which) {
+            return static_cast<std::size_t>(
+                topology.faceVertices[corner + static_cast<std::size_t>(which % count)]);
+        };
+        for (int side = 0; side < count; ++side)
+            normal += points[vertex(side)].cross(points[vertex(side + 1)]);
+        for (int side = 0; side < count; ++side)
+            normals[vertex(side)] += normal;
+        corner += static_cast<std::size_t>(count);
+    }
+    for (Imath::V3d& normal : normals)
+        normal.normalize();
+    return normals;
+}
+
+void addFaces(SceneView::Shape& surfaces, const host::MeshTopology& topology, unsigned firstVertex)
+{
+    std::size_t corner = 0;
+    for (const int count : topology.faceCounts) {
+        const auto vertex = [&](int which) {
+            return firstVertex +
+                   static_cast<unsigned>(topology.faceVertices[corner + static_cast<std::size_t>(which)]);
+        };
+        for (int third = 2; third < count; ++third) {
+            const unsigned triangle[] = {vertex(0), vertex(third - 1), vertex(third)};
+            surfaces.indices.insert(surfaces.indices.end(), triangle, triangle + 3);
+        }
+        corner += static_cast<std::size_t>(count);
+    }
+}
+
+Color edgeColor(const ShapeView& shape, std::size_t vertex)
+{
+    const Color plain = shape.selected ? kSelectedBodyWire : kWireColor;
+    const float falloff = shape.falloff.empty() ? 0.0F : shape.falloff[vertex];
+    return falloff > 0.0F ? mixed(plain, falloffColor(falloff), std::min(1.0F, 0.35F + falloff)) : plain;
+}
+
+} // namespace
+
+void addMesh(SceneView& view, const ShapeView& shape, const std::optional<std::vector<double>>& weights)
+{
+    const host::MeshTopology& topology = *static_cast<const host::MeshData&>(shape.geometry).topology;
+    std::vector<Imath::V3d> world;
+    world.reserve(shape.geometry.count());
+    for (const Imath::V3d& point : shape.geometry.points())
+        world.push_back(point * shape.toWorld);
+    const std::vector<Imath::V3d> normals = normalsOf(topology, world);
+    const auto firstVertex = static_cast<unsigned>(view.surfaces.vertices.size());
+    const auto firstLineVertex = static_cast<unsigned>(view.lines.vertices.size());
+    for (std::size_t vertex = 0; vertex < world.size(); ++vertex) {
+        const Color color = weights ? weightColor(static_cast<float>((*weights)[vertex])) : kBodyColor;
+        DrawVertex drawn = drawVertex(world[vertex], color);
+        for (int axis = 0; axis < 3; ++axis)
+            drawn.normal[axis] = static_cast<float>(normals[vertex][axis]);
+        view.surfaces.vertices.push_back(drawn);
+        view.lines.vertices.push_back(drawVertex(world[vertex], edgeColor(shape, vertex)));
+    }
+    addFaces(view.surfaces, topology, firstVertex);
+    for (const auto& edge : topology.edges) {
+        for (const std::size_t end : {0U, 1U})
+            view.lines.indices.push_back(firstLineVertex + static_cast<unsigned>(edge[end]));
+    }
+}
+
+} // namespace workbench

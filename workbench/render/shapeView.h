@@ -1,0 +1,49 @@
+#pragma once
+
+#include "nodes/geometry.h"
+#include "render/colors.h"
+#include "render/shader.h"
+
+#include <ImathMatrix.h>
+
+#include <map>
+#include <set>
+#include <vector>
+
+namespace host {
+class DagNode;
+class Node;
+class Session;
+} // namespace host
+
+namespace workbench {
+
+/// Falloff of each point of a shape, 0 for points that are not selected; empty when none is.
+using PointFalloff = std::vector<float>;
+
+/// What the selection says about how things look.
+struct Highlights {
+    std::set<const host::Node*> wholeNodes;
+    std::map<const host::DagNode*, PointFalloff> points;
+    std::map<const host::DagNode*, std::vector<int>> preselection;
+
+    const PointFalloff& pointsOf(const host::DagNode& shape) const;
+    std::vector<int> preselectedOf(const host::DagNode& shape) const;
+};
+
+/// The selection with its soft part and mirrored part.
+Highlights highlightsOf(host::Session& session);
+
+/// A geometry shape on its way to the picture. Points are in object space.
+struct ShapeView {
+    const host::DagNode& node;
+    const host::Geometry& geometry;
+    Imath::M44d toWorld;
+    const PointFalloff& falloff;
+    std::vector<int> preselected; ///< points under the pointer
+    bool selected;                ///< as a whole
+};
+
+DrawVertex drawVertex(const Imath::V3d& position, const Color& color, float size = 1.0F);
+
+} // namespace workbench
