@@ -263,6 +263,49 @@ const EditStep kEditSteps[] = {
     {"-paste", editPaste},
 };
 
+MString influenceName(const MDagPath& influence)
+{
+    return influence.isValid() ? influence.fullPathName() : MString();
+}
+
+struct QueryStep {
+    const char* flag;
+    void (*answer)(MPxContextCommand& command, const morvaneContext& tool);
+};
+
+using Command = MPxContextCommand;
+
+/// The order in which a query answers its flags: of several, the last one wins.
+const QueryStep kQuerySteps[] = {
+    {"-deformer", [](Command& command, const Tool& tool) { command.setResult(tool.getDeformerStr()); }},
+    {"-clampMin", [](Command& command, const Tool& tool) { command.setResult(tool.getClampedMin()); }},
+    {"-clampMax", [](Command& command, const Tool& tool) { command.setResult(tool.getClampedMax()); }},
+    {"-weightMin", [](Command& command, const Tool& tool) { command.setResult(tool.getWeightMin()); }},
+    {"-weightMax", [](Command& command, const Tool& tool) { command.setResult(tool.getWeightMax()); }},
+    {"-displayPrecision",
+     [](Command& command, const Tool& tool) { command.setResult(tool.getDisplayPrecision()); }},
+    {"-target", [](Command& command, const Tool& tool) { command.setResult(tool.getTargetString()); }},
+    {"-displayWeights",
+     [](Command& command, const Tool& tool) { command.setResult(tool.getDisplayWeights()); }},
+    {"-fontSize", [](Command& command, const Tool& tool) { command.setResult(tool.getFontSize()); }},
+    {"-fontOpacity", [](Command& command,
+                        const Tool& tool) { command.setResult(static_cast<double>(tool.getFontOpacity())); }},
+    {"-fontColorR", [](Command& command,
+                       const Tool& tool) { command.setResult(static_cast<double>(tool.getFontColorR())); }},
+    {"-fontColorG", [](Command& command,
+                       const Tool& tool) { command.setResult(static_cast<double>(tool.getFontColorG())); }},
+    {"-fontColorB", [](Command& command,
+                       const Tool& tool) { command.setResult(static_cast<double>(tool.getFontColorB())); }},
+    {"-weightMode",
+     [](Command& command, const Tool& tool) { command.setResult(weightModeString[tool.getWeightMode()]); }},
+    {"-plug", [](Command& command, const Tool& tool) { command.setResult(tool.getWeightsPlugStr()); }},
+    {"-influence",
+     [](Command& command, const Tool& tool) { command.setResult(influenceName(tool.getSkinInfluence())); }},
+    {"-ngLayer", [](Command& command, const Tool& tool) { command.setResult(tool.getNgLayerString()); }},
+    {"-ngDistributeWeights",
+     [](Command& command, const Tool& tool) { command.setResult(tool.getDistributeWeightsNg()); }},
+};
+
 } // namespace
 
 morvaneContextCommand::~morvaneContextCommand() = default;
@@ -274,16 +317,21 @@ void* morvaneContextCommand::creator()
 
 MPxContext* morvaneContextCommand::makeObj()
 {
-    context = new morvaneContext;
+    guarded([this] {
+        context = new morvaneContext;
+        return MStatus(MS::kSuccess);
+    });
     return context;
 }
 
 MStatus morvaneContextCommand::appendSyntax()
 {
-    MSyntax flags = syntax();
-    for (const Flag& flag : kFlags)
-        flags.addFlag(flag.shortName, flag.longName, flag.type);
-    return MS::kSuccess;
+    return guarded([this] {
+        MSyntax flags = syntax();
+        for (const Flag& flag : kFlags)
+            flags.addFlag(flag.shortName, flag.longName, flag.type);
+        return MStatus(MS::kSuccess);
+    });
 }
 
 MStatus morvaneContextCommand::doEditFlags()
@@ -317,45 +365,9 @@ MStatus morvaneContextCommand::queryFlags()
     if (context == nullptr)
         return MS::kFailure;
     const MArgParser arguments = parser();
-    const auto asked = [&arguments](const char* flag) { return arguments.isFlagSet(flag); };
-    // Of several flags the last one wins.
-    if (asked("-deformer"))
-        setResult(context->getDeformerStr());
-    if (asked("-clampMin"))
-        setResult(context->getClampedMin());
-    if (asked("-clampMax"))
-        setResult(context->getClampedMax());
-    if (asked("-weightMin"))
-        setResult(context->getWeightMin());
-    if (asked("-weightMax"))
-        setResult(context->getWeightMax());
-    if (asked("-displayPrecision"))
-        setResult(context->getDisplayPrecision());
-    if (asked("-target"))
-        setResult(context->getTargetString());
-    if (asked("-displayWeights"))
-        setResult(context->getDisplayWeights());
-    if (asked("-fontSize"))
-        setResult(context->getFontSize());
-    if (asked("-fontOpacity"))
-        setResult(static_cast<double>(context->getFontOpacity()));
-    if (asked("-fontColorR"))
-        setResult(static_cast<double>(context->getFontColorR()));
-    if (asked("-fontColorG"))
-        setResult(static_cast<double>(context->getFontColorG()));
-    if (asked("-fontColorB"))
-        setResult(static_cast<double>(context->getFontColorB()));
-    if (asked("-weightMode"))
-        setResult(weightModeString[context->getWeightMode()]);
-    if (asked("-plug"))
-        setResult(context->getWeightsPlugStr());
-    if (asked("-influence")) {
-        const MDagPath influence = context->getSkinInfluence();
-        setResult(influence.isValid() ? influence.fullPathName() : MString());
+    for (const QueryStep& step : kQuerySteps) {
+        if (arguments.isFlagSet(step.flag))
+            step.answer(*this, *context);
     }
-    if (asked("-ngLayer"))
-        setResult(context->getNgLayerString());
-    if (asked("-ngDistributeWeights"))
-        setResult(context->getDistributeWeightsNg());
     return MS::kSuccess;
 }

@@ -141,6 +141,11 @@ void morvaneContext::getMembers()
 void morvaneContext::getValidActiveSel(MSelectionList& selectedObjects, std::vector<MFloatArray>& falloffs,
                                        MObjectArray& skinClusters)
 {
+    // Deleted since it was resolved: a copy or paste may come before the next press notices.
+    MStatus alive;
+    const MFnDependencyNode deformer(activeDeformer, &alive);
+    if (!alive)
+        activeDeformer = MObject();
     MRichSelection rich;
     MSelectionList halves[2];
     MGlobal::getRichSelection(rich, true);

@@ -32,8 +32,7 @@ private:
 class MapLive : public FloatLive {
 public:
     MapLive(const EditRecord& record, const EditedObject& object)
-        : FloatLive(record, object, record.oldWeights[object.index], record.clamps()),
-          filter(record.activeDeformer)
+        : FloatLive(record, object, record.oldWeights[object.index]), filter(record.activeDeformer)
     {}
 
 protected:

@@ -28,7 +28,7 @@ private:
 class BlendLive : public DoubleLive {
 public:
     BlendLive(const EditRecord& record, const EditedObject& object)
-        : DoubleLive(record, object, record.oldBlendWeights[object.index], unitClamp()),
+        : DoubleLive(record, object, record.oldBlendWeights[object.index]),
           skin(record.validSkinClusters[object.index])
     {}
 

@@ -52,7 +52,7 @@ class ElementLive : public FloatLive {
 public:
     ElementLive(const EditRecord& record, const EditedObject& object, const MPlug& weightsArray,
                 std::vector<int> vertexIndices)
-        : FloatLive(record, object, record.oldWeights[object.index], record.clamps()), array(weightsArray),
+        : FloatLive(record, object, record.oldWeights[object.index]), array(weightsArray),
           vertices(std::move(vertexIndices))
     {}
 

@@ -1,6 +1,7 @@
 #include "weightModes/pointLive.h"
 
 #include "report.h"
+#include "weightModes/modeTable.h"
 
 bool fitsFalloff(const EditRecord& record, const EditedObject& object, std::size_t valueCount)
 {
@@ -9,4 +10,9 @@ bool fitsFalloff(const EditRecord& record, const EditedObject& object, std::size
     if (!fits)
         refuseObject(object.path, kUnequalArrays);
     return fits;
+}
+
+ClampSettings liveClampsOf(const EditRecord& record)
+{
+    return modeRow(record.weightMode).liveUnitClamp ? unitClamp() : record.clamps();
 }

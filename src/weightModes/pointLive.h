@@ -8,16 +8,19 @@
 /// own.
 bool fitsFalloff(const EditRecord& record, const EditedObject& object, std::size_t valueCount);
 
+/// The clamps of the live stroke in the record's mode: 0..1, or the user's.
+ClampSettings liveClampsOf(const EditRecord& record);
+
 /// A live object of the modes that hold one number per point. `Array` is MFloatArray or MDoubleArray, the
 /// precision in which the weights are stored.
 template <typename Array, typename Weight>
 class PointLive : public LiveObject {
 public:
     /// Needs fitsFalloff for the old weights.
-    PointLive(const EditRecord& record, const EditedObject& object, const Array& oldWeights,
-              const ClampSettings& liveClamps)
+    PointLive(const EditRecord& record, const EditedObject& object, const Array& oldWeights)
         : path(object.path), component(object.component), old(toVector(oldWeights)),
-          soft(toVector(record.softSelectWeights[object.index])), clamps(liveClamps), values(oldWeights)
+          soft(toVector(record.softSelectWeights[object.index])), clamps(liveClampsOf(record)),
+          values(oldWeights)
     {}
 
     std::size_t pointCount() const override { return old.size(); }

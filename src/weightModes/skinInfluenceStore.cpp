@@ -47,7 +47,7 @@ private:
 class SkinLive : public DoubleLive {
 public:
     SkinLive(const EditRecord& record, const EditedObject& object)
-        : DoubleLive(record, object, record.oldInfluenceWeights[object.index], unitClamp()),
+        : DoubleLive(record, object, record.oldInfluenceWeights[object.index]),
           skin(record.validSkinClusters[object.index]), influence(1, record.skinInfluenceIds[object.index])
     {}
 
