@@ -1,0 +1,137 @@
+#include "graphFixture.h"
+
+#include "graph/weightRows.h"
+
+#include <map>
+#include <random>
+
+using namespace host;
+
+/// Against a plain map, with indices that lie densely, sparsely and far out.
+TEST(NumericArrays, BehaveAsAMapWithADefault)
+{
+    std::mt19937 random(7);
+    NumericArray array(1.0, true);
+    std::map<std::uint32_t, double> model;
+    for (int round = 0; round < 20000; ++round) {
+        const std::uint32_t range = round % 3 == 0 ? 50u : round % 3 == 1 ? 6000u : 4000000u;
+        const std::uint32_t index = random() % range;
+        if (random() % 4 == 0) {
+            array.erase(index);
+            model.erase(index);
+        } else {
+            const double value = static_cast<double>(static_cast<float>(random() % 1000) / 7.0f);
+            array.set(index, value);
+            model[index] = value;
+        }
+    }
+    ASSERT_EQ(array.size(), model.size());
+    EXPECT_EQ(array.logicalEnd(), model.rbegin()->first + 1);
+    const std::vector<std::uint32_t> indices = array.indices();
+    std::size_t rank = 0;
+    for (const auto& entry : model) {
+        ASSERT_EQ(indices[rank], entry.first);
+        ASSERT_EQ(array.get(entry.first), entry.second);
+        if (rank % 101 == 0) {
+            ASSERT_EQ(array.logicalOfPhysical(rank), entry.first);
+        }
+        ++rank;
+    }
+    EXPECT_EQ(array.get(4000001), 1.0);
+    EXPECT_FALSE(array.has(4000001));
+
+    const int ids[] = {3, 500, 90000000};
+    const float written[] = {0.25f, 0.5f, 0.75f};
+    array.scatter(ids, 3, written);
+    double read[3];
+    array.gather(ids, 3, read);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(read[i], static_cast<double>(written[i]));
+}
+
+TEST(SkinWeightRows, BehaveAsAMapOfMaps)
+{
+    std::mt19937 random(3);
+    WeightRows rows;
+    std::map<std::uint32_t, std::map<std::uint32_t, double>> model;
+    for (int round = 0; round < 20000; ++round) {
+        const std::uint32_t row = random() % 40, column = random() % 12;
+        const double value = random() % 100 / 10.0;
+        switch (random() % 8) {
+        case 0:
+            rows.erase(row, column);
+            if (model.count(row))
+                model[row].erase(column);
+            break;
+        case 1:
+            if (random() % 10 == 0) {
+                rows.eraseRow(row);
+                model.erase(row);
+            }
+            break;
+        default:
+            rows.set(row, column, value);
+            model[row][column] = value;
+        }
+    }
+    const WeightRows copy(rows);
+    rows.clear();
+    ASSERT_EQ(copy.rowCount(), model.size());
+    for (std::uint32_t row = 0; row < 41; ++row) {
+        ASSERT_EQ(copy.hasRow(row), model.count(row) != 0);
+        const WeightRows::Span span = copy.row(row);
+        ASSERT_EQ(static_cast<std::size_t>(span.end - span.begin), model[row].size());
+        const WeightRows::Entry* entry = span.begin;
+        for (const auto& expected : model[row]) {
+            EXPECT_EQ(entry->column, expected.first);
+            EXPECT_EQ((entry++)->weight, expected.second);
+        }
+    }
+}
+
+TEST_F(GraphTest, MissingElementsReadTheDefaultAndReadingInsideTheHostMakesNone)
+{
+    make("holder", "h");
+    EXPECT_EQ(number("h.weightList[3].weights[100]"), 1);
+    EXPECT_EQ(number("h.skin[3].skinWeights[2]"), 0);
+    EXPECT_EQ(plug("h.weightList").numElements(), 0u);
+    set("h.weightList[3].weights[100]", 0.25);
+    EXPECT_EQ(plug("h.weightList").existingIndices(), std::vector<std::uint32_t>{3});
+    EXPECT_EQ(plug("h.weightList[3].weights").existingIndices(), std::vector<std::uint32_t>{100});
+    EXPECT_EQ(plug("h.weightList[3].weights").numbers()->get(100), 0.25);
+    plug("h.weightList[3].weights[7]").touch();
+    EXPECT_TRUE(plug("h.weightList[3].weights[7]").exists());
+    EXPECT_EQ(number("h.weightList[3].weights[7]"), 1);
+    plug("h.weightList[3].weights[100]").unset();
+    EXPECT_EQ(number("h.weightList[3].weights[100]"), 1);
+    EXPECT_EQ(plug("h.weightList[3].weights").numElements(), 1u);
+
+    set("h.skin[5].skinWeights[2]", 0.75);
+    set("h.skin[5].skinWeights[0]", 0.25);
+    EXPECT_EQ(plug("h.skin").existingIndices(), std::vector<std::uint32_t>{5});
+    EXPECT_EQ(plug("h.skin[5].skinWeights").existingIndices(), (std::vector<std::uint32_t>{0, 2}));
+    EXPECT_EQ(plug("h.skin").rows()->get(5, 2), 0.75);
+    plug("h.skin[5]").unset();
+    EXPECT_EQ(number("h.skin[5].skinWeights[2]"), 0);
+
+    set("h.deep[4].group[2].id", 6);
+    EXPECT_EQ(plug("h.deep[4].group").existingIndices(), std::vector<std::uint32_t>{2});
+    plug("h.deep[4].group[2]").unset();
+    EXPECT_FALSE(plug("h.deep[4].group[2]").exists());
+    EXPECT_EQ(number("h.deep[4].group[2].id"), 0);
+}
+
+TEST_F(GraphTest, AWholeArrayMayBeReadThroughAConnection)
+{
+    make("holder", "h");
+    make("holder", "k");
+    set("h.weightList[1].weights[9]", 0.5);
+    connect("h.weightList", "k.weightList");
+    EXPECT_EQ(number("k.weightList[1].weights[9]"), 0.5);
+    EXPECT_THROW(set("k.weightList[1].weights[9]", 1), Error);
+    Imath::M44d moved;
+    moved[3][0] = 4;
+    plug("h.frame[2]").setMatrix(moved);
+    connect("h.frame[2]", "k.frame[0]");
+    EXPECT_EQ(plug("k.frame[0]").matrix(), moved);
+}
