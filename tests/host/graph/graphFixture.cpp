@@ -1,5 +1,6 @@
 #include "graphFixture.h"
 
+#include "graph/nodeState.h"
 #include "undo/undoQueue.h"
 
 #include <sstream>
@@ -88,8 +89,6 @@ void describeValue(std::ostream& out, const Plug& plug)
     } else if (attribute.type == AttributeType::kData) {
         out << " " << attribute.longName << "=" << plug.storedData().get();
     }
-    if (plug.isLocked())
-        out << "!";
 }
 
 } // namespace
@@ -130,7 +129,7 @@ std::string GraphTest::describe()
             describeValue(out << " +" << root->longName, Plug(node.get(), root.get()));
         for (const auto& alias : node->aliases)
             out << " " << alias.first << "=" << alias.second;
-        out << (node->locked ? " locked\n" : "\n");
+        out << " locks=" << node->state().lockedPlugs << (node->locked ? " locked\n" : "\n");
     }
     for (const Ref<DagNode>& root : graph.roots())
         out << "|" << root->name();
