@@ -48,7 +48,8 @@ Node& Graph::create(const NodeType& type, const std::string& name, DagNode* pare
     const std::string wish = cleanName(name);
     if (!name.empty() && wish.empty())
         throw Error("'" + name + "' is no name for a node.");
-    if (type.shape && type.known && !parent && registry.find("transform"))
+    const bool needsTransform = type.shape && type.known && !parent && registry.find("transform");
+    if (needsTransform)
         parent = &ownTransform(type, wish);
     const Ref<Node> node = make(type);
     std::string stem = type.defaultName.empty() ? type.name + (type.shape ? "Shape" : "") : type.defaultName;
@@ -58,8 +59,13 @@ Node& Graph::create(const NodeType& type, const std::string& name, DagNode* pare
         stem += "1";
     node->nodeName = freeName(wish.empty() ? stem : wish, *node, parent, wish.empty());
     enter(*node, parent, static_cast<std::size_t>(-1));
-    if (type.initialise)
-        type.initialise(*node);
+    try {
+        if (type.initialise)
+            type.initialise(*node);
+    } catch (...) {
+        remove(needsTransform ? static_cast<Node&>(*parent) : *node);
+        throw;
+    }
     return *node;
 }
 

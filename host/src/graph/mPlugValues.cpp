@@ -20,7 +20,9 @@ double numberOf(const MPlug& handle)
     const Plug& plug = Api::plug(handle);
     const double value = plug.number();
     const host::Attribute& attribute = *plug.attribute();
-    if (attribute.flags.array && !attribute.root().flags.weightRows && !attribute.root().flags.output)
+    // What differs from the default exists already.
+    if (attribute.flags.array && value == attribute.defaultNumber && !attribute.root().flags.weightRows &&
+        !attribute.root().flags.output)
         plug.touch();
     return attribute.type == host::AttributeType::kAngle ? value * host::kRadiansPerDegree : value;
 }

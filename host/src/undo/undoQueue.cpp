@@ -125,26 +125,26 @@ UndoQueue::CommandScope::CommandScope(UndoQueue& owner, std::string command)
 
 UndoQueue::CommandScope::~CommandScope()
 {
-    State& state = *queue.state;
-    Collection& scope = state.scope;
+    State& shared = *queue.state;
+    Collection& scope = shared.scope;
     if (failed || std::uncaught_exceptions() > exceptionsAtEntry) {
         Items halfDone;
         while (scope.items.size() > itemsAtEntry) {
             halfDone.insert(halfDone.begin(), std::move(scope.items.back()));
             scope.items.pop_back();
         }
-        state.run(halfDone, true);
+        shared.run(halfDone, true);
     }
     if (--scope.depth > 0)
         return;
     Items items = std::exchange(scope.items, {});
-    if (state.chunk.depth == 0) {
-        state.add({scope.name, std::move(items)});
+    if (shared.chunk.depth == 0) {
+        shared.add({scope.name, std::move(items)});
         return;
     }
-    if (state.chunk.name.empty() && !items.empty())
-        state.chunk.name = scope.name;
-    std::move(items.begin(), items.end(), std::back_inserter(state.chunk.items));
+    if (shared.chunk.name.empty() && !items.empty())
+        shared.chunk.name = scope.name;
+    std::move(items.begin(), items.end(), std::back_inserter(shared.chunk.items));
 }
 
 void UndoQueue::CommandScope::fail()
