@@ -35,7 +35,7 @@ Value warn(Session& session, const Args& args)
 
 Value evalDeferred(Session& session, const Args& args)
 {
-    session.tools().idle().add(joinedObjects(args));
+    session.tools().idle().add(joinedObjects(args), false, true);
     return {};
 }
 
