@@ -32,7 +32,7 @@ TEST_F(SelectCommands, EveryWayOfCombiningAndItsUndo)
         {"select -r sheet sheet", {"sheet"}},
         {"select -hi group1", {"group1", "other"}},
         {"select -all", {"sheet", "group1"}},
-        {"select \"o*\"", {"other"}},
+        {"select \"oth*r\"", {"other"}},
         {"select -cl", {}},
     };
     std::vector<Names> states = {{}};
@@ -53,7 +53,7 @@ TEST_F(SelectCommands, AFailingSelectChangesNothing)
 {
     mel("select sheet.vtx[3]");
     const std::size_t entries = session.undo().undoCount();
-    EXPECT_EQ(melError("select other nobody"), "No object matches name: nobody");
+    EXPECT_NE(melError("select other nobody").find("No object matches name: nobody"), std::string::npos);
     EXPECT_NE(melError("select -add -tgl other").find("only one of"), std::string::npos);
     EXPECT_EQ(selected(), Names{"sheet.vtx[3]"});
     EXPECT_EQ(session.undo().undoCount(), entries);
