@@ -94,6 +94,8 @@ void setText(Node& node, const char* attribute, const std::string& value)
 void setVector(Node& node, const char* attribute, const double (&value)[3])
 {
     const Plug plug = node.plug(attribute);
+    if (value[0] == 0.0 && value[1] == 0.0 && value[2] == 0.0)
+        return;
     for (unsigned axis = 0; axis < 3; ++axis)
         plug.child(axis).setNumber(value[axis]);
 }

@@ -117,7 +117,7 @@ void MaNodeWriter::write()
     addAttributes();
     keptTexts();
     const auto writeRoot = [this](const Ref<Attribute>& root) {
-        if (root->flags.storable && !root->flags.output)
+        if (root->flags.storable && !root->flags.output && root->type != AttributeType::kOpaque)
             value(Plug(const_cast<Node*>(&node), root.get()));
     };
     std::for_each(node.type().roots.begin(), node.type().roots.end(), writeRoot);
@@ -159,7 +159,9 @@ bool MaNodeWriter::isStaleXform(const std::string& statement) const
     if (!readKeptXform(statement, path, matrix))
         return false;
     const auto plug = resolvePlug(const_cast<Node&>(node), path);
-    return !plug || !plug->hasStored() || plug->storedMatrix() != matrix;
+    // An attribute that the host does not know has nothing but this text.
+    return plug && plug->attribute()->type == AttributeType::kMatrix &&
+           (!plug->hasStored() || plug->storedMatrix() != matrix);
 }
 
 bool MaNodeWriter::isKeptXform(const Plug& plug) const

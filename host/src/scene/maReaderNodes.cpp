@@ -92,10 +92,13 @@ void MaReader::createNode(const MaStatement& words)
 /// A node that every scene has: files make it again and mean the one that is there.
 Node* MaReader::sharedNode(const std::string& type, const std::string& name, bool shared) const
 {
-    Node* const existing = name.empty() ? nullptr : graph.find(":" + leafOf(name));
-    if (!existing || existing->type().name != type)
+    if (name.empty())
         return nullptr;
-    return existing->isDefault || (shared && options.import) ? existing : nullptr;
+    for (Node* const existing : graph.findAll(":" + leafOf(name))) {
+        if (existing->type().name == type && (existing->isDefault || (shared && options.import)))
+            return existing;
+    }
+    return nullptr;
 }
 
 Node& MaReader::makeNode(const std::string& type, const std::string& name, DagNode* parent)

@@ -89,7 +89,7 @@ TEST_F(BadFile, ThatIsImportedAddsNothing)
     const std::string file =
         write("bad.ma", "//Maya\ncreateNode transform -n \"b\";\nconnectAttr \"b.tx\" \"b.ty\";\n"
                         "createNode transform -n \"c\" -p \"b\";\nsetAttr \".t\" 1;\n");
-    EXPECT_EQ(melError("file -import \"" + file + "\""), file + ": line 5: setAttr ends too early");
+    EXPECT_EQ(refusal("file -import \"" + file + "\""), file + ": line 5: setAttr ends too early");
     EXPECT_EQ(save("after.ma"), before);
 }
 
@@ -109,14 +109,13 @@ TEST_F(BadFile, ThatCannotBeWrittenLeavesTheOldOneAlone)
     mel("setAttr a.tx 3");
     const std::string missing = path("no/such/folder.ma");
     mel("file -rename \"" + missing + "\"");
-    EXPECT_EQ(melError("file -save"),
-              "The file " + missing + " cannot be written: No such file or directory");
+    EXPECT_EQ(refusal("file -save"), "The file " + missing + " cannot be written: No such file or directory");
     // A folder stands where the file should go: only the last step can fail.
     std::filesystem::create_directories(path("folder.ma/inside"));
-    EXPECT_NE(melError("file -rename \"" + path("folder.ma") + "\"; file -save").find("cannot be written"),
+    EXPECT_NE(refusal("file -rename \"" + path("folder.ma") + "\"; file -save").find("cannot be written"),
               std::string::npos);
     // The disk is full.
-    EXPECT_NE(melError("file -exportAll \"/dev/full/x.ma\"").find("cannot be written"), std::string::npos);
+    EXPECT_NE(refusal("file -exportAll \"/dev/full/x.ma\"").find("cannot be written"), std::string::npos);
     EXPECT_EQ(read(path("kept.ma")), before);
     EXPECT_EQ(melInt("file -q -modified"), 1);
     std::size_t left = 0;
@@ -129,13 +128,13 @@ TEST_F(BadFile, NothingIsLostWithoutForce)
 {
     open("createNode transform -n \"a\";\n");
     mel("setAttr a.tx 1");
-    EXPECT_EQ(melError("file -new"), "Unsaved changes.");
-    EXPECT_EQ(melError("file -open \"" + path("scene.ma") + "\""), "Unsaved changes.");
+    EXPECT_EQ(refusal("file -new"), "Unsaved changes.");
+    EXPECT_EQ(refusal("file -open \"" + path("scene.ma") + "\""), "Unsaved changes.");
     EXPECT_EQ(melFloat("getAttr a.tx"), 1);
     mel("file -modified 0; file -new");
     EXPECT_EQ(melInt("objExists a"), 0);
     EXPECT_EQ(melInt("undoInfo -q -undoQueueEmpty"), 1);
-    EXPECT_EQ(melError("file -save"), "file: the scene has no name yet (file -rename).");
+    EXPECT_EQ(refusal("file -save"), "file: the scene has no name yet (file -rename).");
 }
 
 } // namespace

@@ -116,7 +116,7 @@ TEST_F(MaForms, AddedAttributesOfEveryKindComeBack)
         statements += "\t" + attribute + ";\n";
     open(statements +
          "setAttr \".o[2].os\" -type \"string\" \"deep\";\nsetAttr \".o[2].oi\" -type \"long2\" 7 8 ;\n"
-         "setAttr \".c\" -type \"float3\" 0.1 0.2 0.3 ;\nsetAttr \".x\" yes;\n"
+         "setAttr \".c\" -type \"float3\" 0.1 0.2 0.3 ;\nsetAttr \".x\" yes;\nsetAttr \".e\" 9;\n"
          "setAttr \".sa\" -type \"stringArray\" 2 \"p\" \"q r\" ;\n");
     EXPECT_EQ(melString("getAttr t.outer[2].outerText"), "deep");
     EXPECT_EQ(melInt("getAttr t.o[2].ob"), 8);
@@ -141,7 +141,7 @@ TEST_F(MaForms, WhatTheHostDoesNotKnowIsKeptAndWrittenBack)
         "fileInfo \"product\" \"Maya 2022\";",
         "dataStructure -fmt \"raw\" -as \"name=faceConnect\";",
         "createNode oddNode -n \"odd\";",
-        "setAttr -s 2 \".stuff[0:1]\" -type \"oddData\" 3 {\"a;b\"}\n\t\t5 ;",
+        "setAttr -s 2 \".stuff[0:1]\" -type \"oddData\" 3 {\"a;b\"}\n\t\t5;",
         "createNode oddShape -n \"oddShape1\" -p \"t\";",
         "lockNode -l 1 ;",
         "select -ne :time1;",
@@ -151,7 +151,7 @@ TEST_F(MaForms, WhatTheHostDoesNotKnowIsKeptAndWrittenBack)
         "connectAttr \"odd.out\" \"t.tx\";",
         "connectAttr \"t.msg\" \"odd.deep[3].in\";",
         "connectAttr \"t.msg\" \"r:missing.in\";",
-        "parent -s -nc -r -add \"|t|oddShape1\" \"u\" ;",
+        "parent -s -nc -r -add \"|t|oddShape1\" \"u\";",
         "relationship \"link\" \":lightLinker1\" \":initialShadingGroup.message\" "
         "\":defaultLightSet.message\";"};
     open("file -r -ns \"r\" -dr 1 -rfn \"rRN\" -op \"v=0;p=17\" -typ \"mayaAscii\" \"rig.ma\";\n"

@@ -2,6 +2,7 @@
 
 #include "support/hostFixture.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -47,7 +48,14 @@ public:
         openFile(write("scene.ma", "//Maya ASCII 2022 scene\nrequires maya \"2022\";\n" + statements));
     }
     void openFile(const std::string& file) { mel("file -force -open \"" + file + "\""); }
-    std::string openError(const std::string& file) { return melError("file -force -open \"" + file + "\""); }
+    std::string openError(const std::string& file) { return refusal("file -force -open \"" + file + "\""); }
+    /// The text of a failing command without the line of the script in front.
+    std::string refusal(const std::string& command)
+    {
+        const std::string text = melError(command), line = "line 1: ";
+        EXPECT_EQ(text.substr(0, line.size()), line);
+        return text.substr(std::min(line.size(), text.size()));
+    }
     /// Saves under a name and returns what was written.
     std::string save(const std::string& name = "saved.ma")
     {

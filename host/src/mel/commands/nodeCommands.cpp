@@ -83,15 +83,6 @@ Value deleteCommand(Session& session, const Args& args)
     return {};
 }
 
-/// The name that a shape has by custom: body -> bodyShape, body1 -> bodyShape1.
-std::string shapeName(const std::string& transform)
-{
-    std::size_t digits = transform.size();
-    while (digits > 0 && transform[digits - 1] >= '0' && transform[digits - 1] <= '9')
-        --digits;
-    return transform.substr(0, digits) + "Shape" + transform.substr(digits);
-}
-
 void renameWithShapes(Session& session, Node& node, const std::string& name, bool shapesToo)
 {
     const std::string before = node.name();
@@ -101,8 +92,9 @@ void renameWithShapes(Session& session, Node& node, const std::string& name, boo
         return;
     const std::vector<Ref<DagNode>> children = dag->children();
     for (const Ref<DagNode>& child : children) {
-        if (child->isShape() && (child->name() == shapeName(before) || child->name() == before + "Shape"))
-            session.edits().rename(*child, shapeName(node.name()));
+        if (child->isShape() &&
+            (child->name() == customaryShapeName(before) || child->name() == before + "Shape"))
+            session.edits().rename(*child, customaryShapeName(node.name()));
     }
 }
 
@@ -135,6 +127,14 @@ Value lockNode(Session& session, const Args& args)
 }
 
 } // namespace
+
+std::string customaryShapeName(const std::string& transform)
+{
+    std::size_t digits = transform.size();
+    while (digits > 0 && transform[digits - 1] >= '0' && transform[digits - 1] <= '9')
+        --digits;
+    return transform.substr(0, digits) + "Shape" + transform.substr(digits);
+}
 
 void registerNodeCommands(mel::CommandRegistry& registry)
 {

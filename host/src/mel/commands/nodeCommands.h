@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 namespace host {
 namespace mel {
 class CommandRegistry;
@@ -10,5 +12,8 @@ void registerAttributeCommands(
     mel::CommandRegistry& registry); ///< setAttr, addAttr, aliasAttr, deleteAttr ...
 void registerConnectionCommands(mel::CommandRegistry& registry); ///< connectAttr, disconnectAttr
 void registerHierarchyCommands(mel::CommandRegistry& registry);  ///< parent, duplicate
+
+/// The name that the shape of a transform has by custom: body -> bodyShape, body1 -> bodyShape1.
+std::string customaryShapeName(const std::string& transform);
 
 } // namespace host

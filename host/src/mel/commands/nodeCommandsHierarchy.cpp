@@ -130,8 +130,11 @@ void writeTree(std::string& text, const DagNode& node, const std::string& name, 
     text += parentName.empty() ? ";\n" : " -p " + maQuoted(parentName) + ";\n";
     MaNodeWriter(text, node, SceneUnits()).write();
     for (const Ref<DagNode>& child : node.children()) {
-        if (!child->isIntermediate())
-            writeTree(text, *child, child->name(), parentName + "|" + name);
+        if (child->isIntermediate())
+            continue;
+        const bool customary = child->isShape() && child->name() == customaryShapeName(node.name());
+        writeTree(text, *child, customary ? customaryShapeName(name) : child->name(),
+                  parentName + "|" + name);
     }
 }
 
