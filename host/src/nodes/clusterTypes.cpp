@@ -29,6 +29,8 @@ void computeHandle(Node& node, const Attribute& output)
     DagNode* transform = node.asDag() ? node.asDag()->parent() : nullptr;
     if (!transform)
         return;
+    // Read so that it is up to date: only then does a change above reach what is computed here.
+    node.plug("worldMatrix").element(0).matrix();
     node.storeMatrix(plug.child(0), transform->plug("parentInverseMatrix").element(0).matrix());
     node.storeMatrix(plug.child(1),
                      transform->plug("matrix").matrix() * transform->plug("offsetParentMatrix").matrix());

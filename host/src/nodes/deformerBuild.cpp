@@ -34,7 +34,8 @@ public:
         Node& tweak = create("tweak", "tweak1");
         feedThroughGroup(tweak, 0, world, {}, "tweakSet1");
         session.edits().connect(tweak.plug("outputGeometry").element(0), shape.plug(names.input));
-        const Plug location = tweak.plug("vlist").element(0).child(0).element(0);
+        const char* offsets = shape.type().name == "mesh" ? "vlist" : "plist";
+        const Plug location = tweak.plug(offsets).element(0).child(0).element(0);
         session.edits().connect(location, shape.plug("tweakLocation"));
     }
 
