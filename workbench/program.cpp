@@ -96,12 +96,13 @@ void Program::finish()
         attempt([this] { saveScene(); });
     }
     hostSession.quit();
-    // What the tear-down asks of the host is no longer part of the run.
-    hostSession.trace().setSink({});
     attempt([this] {
         if (traceFile)
             traceFile->check();
     });
+    // The program has quit: what plug-ins do while the session is taken down is no longer part of the run.
+    hostSession.trace().setSink({});
+    hostSession.messages().setSink([](host::Messages::Kind, const std::string&) {});
 }
 
 void Program::openTrace()

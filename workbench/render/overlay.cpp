@@ -7,8 +7,8 @@
 #include "types/error.h"
 #include "view/viewport.h"
 
-#include <imgui.h>
 #include <backends/imgui_impl_opengl3.h>
+#include <imgui.h>
 
 namespace workbench {
 

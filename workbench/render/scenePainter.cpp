@@ -40,11 +40,15 @@ out vec4 tint;
 void main()
 {
     vec4 eye = toCamera * vec4(position, 1.0);
+    bool perspective = toClip[2][3] != 0.0;
+    if (perspective)
+        eye.xyz *= 1.0 - nearer;
     eyePosition = eye.xyz;
     eyeNormal = mat3(toCamera) * normal;
     tint = color;
     gl_Position = toClip * eye;
-    gl_Position.z -= nearer * gl_Position.w;
+    if (!perspective)
+        gl_Position.z -= nearer * 0.05;
     gl_PointSize = size;
 })";
 
@@ -106,7 +110,7 @@ void paintBackground()
     glDeleteVertexArrays(1, &arrays);
 }
 
-/// A shader set to the camera. `nearer` pulls towards the eye, in depth units.
+/// A shader set to the camera. `nearer` pulls towards the eye, as a share of the distance.
 void useCamera(const Shader& shader, const Imath::M44d& toCamera, const Imath::M44d& toClip, float nearer)
 {
     shader.use();
@@ -144,11 +148,11 @@ void paintScene(const SceneView& view, const Imath::M44d& toCamera, const Imath:
     const Shader plain(kSceneVertex, kPlainFragment);
     useCamera(plain, toCamera, toClip, 0.0F);
     buffered(view.grid).drawLines();
-    useCamera(plain, toCamera, toClip, 2e-5F);
+    useCamera(plain, toCamera, toClip, 0.0012F);
     buffered(view.lines).drawLines();
 
     const Shader point(kSceneVertex, kPointFragment);
-    useCamera(point, toCamera, toClip, 1e-4F);
+    useCamera(point, toCamera, toClip, 0.003F);
     glEnable(GL_PROGRAM_POINT_SIZE);
     VertexBuffer(view.points.data(), view.points.size(), nullptr, 0).drawPoints();
     glDepthMask(GL_TRUE);

@@ -7,6 +7,7 @@
 #include "render/pointView.h"
 #include "render/weightMap.h"
 #include "session.h"
+#include "view/viewport.h"
 
 namespace workbench {
 
@@ -42,6 +43,7 @@ SceneView viewOf(host::Session& session)
 {
     SceneView view;
     addGrid(view.grid);
+    const host::ViewProjection projection = session.viewport().projection();
     const EditedWeights edited = editedWeights(session);
     host::Graph& graph = session.graph();
     const host::Node* influence = edited.influence.empty() ? nullptr : graph.find(edited.influence);
@@ -64,7 +66,7 @@ SceneView viewOf(host::Session& session)
                               highlights.preselectedOf(*dag),
                               whole};
         if (geometry->kind() == host::Geometry::Kind::kMesh)
-            addMesh(view, shape, weightMap(*dag, edited));
+            addMesh(view, shape, projection, weightMap(*dag, edited));
         else
             addControlShape(view, shape);
         addPoints(view, shape);

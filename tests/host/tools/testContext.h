@@ -19,6 +19,11 @@ public:
     static std::function<void()> onPress;
     double strength = 1.0;
 
+    using MPxContext::doDrag;
+    using MPxContext::doPress;
+    using MPxContext::doPtrMoved;
+    using MPxContext::doRelease;
+
     void toolOnSetup(MEvent&) override;
     void toolOffCleanup() override { notes.push_back("off"); }
     MStatus doPress(MEvent& event) override;

@@ -1,0 +1,127 @@
+#include "runWorkbench.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using namespace testing_support;
+
+namespace {
+
+bool contains(const std::string& text, const std::string& part)
+{
+    return text.find(part) != std::string::npos;
+}
+
+TEST(Batch, RunsScriptsAndCommandsInTheOrderGiven)
+{
+    const Folder folder;
+    const std::string a = folder.write("a.mel", "print \"a\\n\";");
+    const std::string b = folder.write("b.mel", "print \"b\\n\";");
+    const RunResult run =
+        runWorkbench({"--batch", "--no-plug-in", "-c", "print \"1\\n\"", "--script", a, "--command",
+                      "print \"2\\n\"; warning \"careful\"", "--script", b, "--script", a});
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.out, "1\na\n2\nb\na\n");
+    EXPECT_TRUE(contains(run.err, "// Warning: careful //")) << run.err;
+}
+
+TEST(Batch, WrongUsageEndsWithTwo)
+{
+    const std::vector<std::vector<std::string>> wrong = {
+        {"--batch", "--colour"},
+        {"--batch", "--size", "960"},
+        {"--batch", "--size", "0x540"},
+        {"--batch", "--size", "960x540x2"},
+        {"--batch", "--script"},
+        {"--batch", "--plug-in", "x.so", "--no-plug-in"},
+        {"--batch", "--seconds", "3"},
+        {"--batch", "one.ma", "two.ma"},
+        {}, // no window in this build
+    };
+    for (const std::vector<std::string>& arguments : wrong) {
+        const RunResult run = runWorkbench(arguments);
+        EXPECT_EQ(run.status, 2) << ::testing::PrintToString(arguments);
+        EXPECT_EQ(run.out, "") << ::testing::PrintToString(arguments);
+        EXPECT_NE(run.err, "") << ::testing::PrintToString(arguments);
+    }
+    EXPECT_EQ(runWorkbench({"--help"}).status, 0);
+    EXPECT_TRUE(contains(runWorkbench({"--version"}).out, "morvane-workbench 4"));
+}
+
+TEST(Batch, AFailedScriptNamesFileAndLineAndEndsTheRun)
+{
+    const Folder folder;
+    const std::string script =
+        folder.write("bad.mel", "print \"begun\\n\";\nint $x = 1;\nsetAttr nothing.tx 3;\n");
+    const std::string picture = folder.write("old.png", "old picture");
+    const std::string scene = folder.write("old.ma", "old scene");
+    const RunResult run = runWorkbench({"--batch", "--no-plug-in", "--script", script, "-c",
+                                        "print \"after\\n\"", "--image", picture, "--save", scene});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.out, "begun\n");
+    EXPECT_TRUE(contains(run.err, "bad.mel") && contains(run.err, "line 3")) << run.err;
+    EXPECT_EQ(contentsOf(picture), "old picture");
+    EXPECT_EQ(contentsOf(scene), "old scene");
+
+    for (const char* text : {"error \"stop here\"", "print (", "nonsense 3"})
+        EXPECT_EQ(runWorkbench({"--batch", "--no-plug-in", "-c", text}).status, 1) << text;
+    EXPECT_EQ(runWorkbench({"--batch", "--no-plug-in", "-c", "catch(`error \"seen\"`)"}).status, 0);
+}
+
+TEST(Batch, FilesThatCannotBeReadEndWithOne)
+{
+    const Folder folder;
+    const std::string cut =
+        folder.write("cut.ma", "//Maya ASCII 2019 scene\ncreateNode transform -n \"a\";\nsetAttr \".t");
+    const std::string text = folder.write("text.so", "no library");
+    const std::vector<std::vector<std::string>> cases = {
+        {"--batch", "--no-plug-in", folder.file("missing.ma")},
+        {"--batch", "--no-plug-in", cut},
+        {"--batch", "--no-plug-in", "--script", folder.file("missing.mel")},
+        {"--batch", "--plug-in", folder.file("missing.so")},
+        {"--batch", "--plug-in", text},
+        {"--batch", "--no-plug-in", "--trace", folder.file("no/such/folder")},
+    };
+    for (const std::vector<std::string>& arguments : cases) {
+        const RunResult run = runWorkbench(arguments);
+        EXPECT_EQ(run.status, 1) << ::testing::PrintToString(arguments);
+        const std::string file = std::filesystem::path(arguments.back()).filename().string();
+        EXPECT_TRUE(contains(run.err, "// Error: ") && contains(run.err, file)) << run.err;
+    }
+}
+
+TEST(Batch, UnwritableResultsLeaveTheOldFileIntact)
+{
+    const Folder folder;
+    std::filesystem::create_directory(folder.file("folder.png"));
+    for (const char* option : {"--image", "--save"}) {
+        const RunResult noFolder =
+            runWorkbench({"--batch", "--no-plug-in", option, folder.file("no/such/file")});
+        EXPECT_EQ(noFolder.status, 1) << option;
+        EXPECT_TRUE(contains(noFolder.err, "no/such/file")) << noFolder.err;
+        EXPECT_EQ(runWorkbench({"--batch", "--no-plug-in", option, folder.file("folder.png")}).status, 1)
+            << option;
+    }
+    EXPECT_EQ(folder.names(), std::vector<std::string>({"folder.png"}))
+        << "half-written files were left behind";
+    EXPECT_EQ(runWorkbench({"--batch", "--no-plug-in", "--save", "/dev/full/x.ma"}).status, 1);
+}
+
+TEST(Batch, SavedSceneOpensAgainAndTheTraceIsWritten)
+{
+    const Folder folder;
+    const std::string scene = folder.file("made.ma");
+    const std::string trace = folder.file("trace.txt");
+    const RunResult make =
+        runWorkbench({"--batch", "--no-plug-in", "-c", "polyCube -name \"box\"; setAttr box.tx 2.5;", "-c",
+                      "evalDeferred \"print \\\"idle ran\\\"\"", "--save", scene, "--trace", trace});
+    ASSERT_EQ(make.status, 0) << make.err;
+    EXPECT_EQ(make.out, "idle ran");
+    EXPECT_TRUE(contains(contentsOf(trace), "idle\tdisplay=0\tprint \"idle ran\"\n")) << contentsOf(trace);
+    const RunResult open = runWorkbench({"--batch", "--no-plug-in", scene, "-c", "print `getAttr box.tx`"});
+    EXPECT_EQ(open.status, 0) << open.err;
+    EXPECT_EQ(open.out, "2.5");
+}
+
+} // namespace
