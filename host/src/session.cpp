@@ -62,6 +62,8 @@ Session::Session()
 Session::~Session()
 {
     makeCurrent();
+    traceOwned->setSink({});   // the trace tells what plug-ins ask while the host runs
+    pluginsOwned->unloadAll(); // needs everything below, the registry itself included
     pluginsOwned.reset();
     undoOwned->flush();
     toolsOwned.reset();

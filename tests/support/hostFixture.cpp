@@ -1,6 +1,8 @@
 #include "support/hostFixture.h"
 
 #include "mel/interpreter.h"
+#include "tools/idleQueue.h"
+#include "tools/tools.h"
 #include "trace.h"
 #include "types/error.h"
 #include "undo/undoQueue.h"
@@ -24,7 +26,9 @@ HostTest::HostTest()
 host::mel::Value HostTest::mel(const std::string& text)
 {
     try {
-        return session.mel().execute(text);
+        host::mel::Value result = session.mel().execute(text);
+        session.tools().idle().run();
+        return result;
     } catch (const host::Error& error) {
         ADD_FAILURE() << "MEL failed: " << error.what() << "\n  in: " << text;
         return {};

@@ -17,7 +17,7 @@ class HostTest : public ::testing::Test {
 public:
     host::Session session;
 
-    /// Runs MEL and returns its result; a script error becomes a test failure.
+    /// Runs MEL, then what waits for idle, and returns the result; a script error becomes a test failure.
     host::mel::Value mel(const std::string& text);
     int melInt(const std::string& text) { return mel(text).toInt(); }
     double melFloat(const std::string& text) { return mel(text).toFloat(); }

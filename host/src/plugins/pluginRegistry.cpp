@@ -75,6 +75,11 @@ PluginRegistry::PluginRegistry(Session& session) : owner(session) {}
 
 PluginRegistry::~PluginRegistry()
 {
+    unloadAll();
+}
+
+void PluginRegistry::unloadAll()
+{
     while (!plugins.empty()) {
         try {
             unload(plugins.back()->name, true);

@@ -36,6 +36,8 @@ public:
     /// commands runs. Callbacks that the plug-in leaves behind are removed and reported as an error, since on
     /// the platform they crash.
     void unload(const std::string& name, bool force = false);
+    /// Unloads every plug-in by force, the last one first; what fails is reported and its library kept open.
+    void unloadAll();
 
     /// By name or by path; null when it is not loaded.
     Plugin* find(const std::string& nameOrPath) const;

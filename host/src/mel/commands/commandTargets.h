@@ -15,7 +15,8 @@ class Args;
 }
 
 /// What a command works on: the objects it was given, or the active selection when it was given none.
-/// Throws host::Error for a name that finds nothing and when there is nothing at all ("Nothing is selected.").
+/// Throws host::Error for a name that finds nothing and when there is nothing at all ("Nothing is
+/// selected.").
 SelectionList commandTargets(Session& session, const std::vector<std::string>& names);
 
 /// The last `count` of the words, or all: for commands whose first words are numbers (move 1 2 3 a b).

@@ -88,7 +88,7 @@ double positive(const Args& args, const char* flag, double otherwise)
 
 Value polyPlane(Session& session, const Args& args)
 {
-    return createShape(session, args, "pPlane", "mesh", "storedMesh",
+    return createShape(session, args, "pPlane", "mesh", "cachedInMesh",
                        turned(args, planeMesh(positive(args, "width", 1), positive(args, "height", 1),
                                               subdivisions(args, "subdivisionsX", 10),
                                               subdivisions(args, "subdivisionsY", 10))));
@@ -97,7 +97,7 @@ Value polyPlane(Session& session, const Args& args)
 Value polyCube(Session& session, const Args& args)
 {
     const V3d size(positive(args, "width", 1), positive(args, "height", 1), positive(args, "depth", 1));
-    return createShape(session, args, "pCube", "mesh", "storedMesh",
+    return createShape(session, args, "pCube", "mesh", "cachedInMesh",
                        turned(args, cubeMesh(size, subdivisions(args, "subdivisionsX", 1),
                                              subdivisions(args, "subdivisionsY", 1),
                                              subdivisions(args, "subdivisionsZ", 1))));
@@ -105,15 +105,15 @@ Value polyCube(Session& session, const Args& args)
 
 Value polySphere(Session& session, const Args& args)
 {
-    return createShape(session, args, "pSphere", "mesh", "storedMesh",
-                       turned(args, sphereMesh(positive(args, "radius", 1),
-                                               subdivisions(args, "subdivisionsX", 20, 3),
-                                               subdivisions(args, "subdivisionsY", 20, 3))));
+    return createShape(
+        session, args, "pSphere", "mesh", "cachedInMesh",
+        turned(args, sphereMesh(positive(args, "radius", 1), subdivisions(args, "subdivisionsX", 20, 3),
+                                subdivisions(args, "subdivisionsY", 20, 3))));
 }
 
 Value polyCylinder(Session& session, const Args& args)
 {
-    return createShape(session, args, "pCylinder", "mesh", "storedMesh",
+    return createShape(session, args, "pCylinder", "mesh", "cachedInMesh",
                        turned(args, cylinderMesh(positive(args, "radius", 1), positive(args, "height", 2),
                                                  subdivisions(args, "subdivisionsX", 20, 3),
                                                  subdivisions(args, "subdivisionsY", 1),
@@ -171,9 +171,11 @@ Value nurbsPlane(Session& session, const Args& args)
     auto points = std::make_shared<Points>();
     for (int u = 0; u < surface->numU; ++u)
         for (int v = 0; v < surface->numV; ++v)
-            points->emplace_back(width * spread(surface->knotsU, u), 0.0, -length * spread(surface->knotsV, v));
+            points->emplace_back(width * spread(surface->knotsU, u), 0.0,
+                                 -length * spread(surface->knotsV, v));
     surface->pointsRef = std::move(points);
-    return createShape(session, args, "nurbsPlane", "nurbsSurface", "cached", turned(args, std::move(surface)));
+    return createShape(session, args, "nurbsPlane", "nurbsSurface", "cached",
+                       turned(args, std::move(surface)));
 }
 
 CommandSpec shapeSpec(const char* name)
@@ -208,10 +210,7 @@ void registerGeometryCommands(mel::CommandRegistry& registry)
     registry.add(polySpec("polyCube", {width, height, depth}, {x, y, z}), polyCube);
     registry.add(polySpec("polySphere", {radius}, {x, y}), polySphere);
     registry.add(polySpec("polyCylinder", {radius, height}, {x, y, z}), polyCylinder);
-    registry.add(shapeSpec("curve")
-                     .flag("d", "degree", {ArgType::kInt})
-                     .flag("p", "point", kThree)
-                     .multi(),
+    registry.add(shapeSpec("curve").flag("d", "degree", {ArgType::kInt}).flag("p", "point", kThree).multi(),
                  curveCommand);
     registry.add(shapeSpec("nurbsPlane")
                      .flag("ax", "axis", kThree)

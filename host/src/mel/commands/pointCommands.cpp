@@ -23,8 +23,7 @@ Value pointPositionCommand(Session& session, const Args& args)
     DagNode* shape = item.node->asDag();
     if (!shape || !item.component || pointIndices(*shape, item.component.get()).size() != 1)
         throw Error("pointPosition needs one control point.");
-    const Imath::V3d at =
-        pointPositions(*shape, item.component.get(), !args.isSet("local")).front();
+    const Imath::V3d at = pointPositions(*shape, item.component.get(), !args.isSet("local")).front();
     return mel::FloatArray{at.x, at.y, at.z};
 }
 
@@ -88,12 +87,9 @@ void registerPointCommands(mel::CommandRegistry& registry)
 {
     registry.add(CommandSpec("pointPosition").flag("l", "local").flag("w", "world").objects(0),
                  pointPositionCommand);
-    registry.add(CommandSpec("polyEvaluate")
-                     .flag("v", "vertex")
-                     .flag("e", "edge")
-                     .flag("f", "face")
-                     .objects(0),
-                 polyEvaluateCommand);
+    registry.add(
+        CommandSpec("polyEvaluate").flag("v", "vertex").flag("e", "edge").flag("f", "face").objects(0),
+        polyEvaluateCommand);
 }
 
 } // namespace host

@@ -14,11 +14,11 @@ namespace host {
 
 namespace {
 
+using Imath::V3d;
 using mel::Args;
 using mel::ArgType;
 using mel::CommandSpec;
 using mel::Value;
-using Imath::V3d;
 
 const std::vector<ArgType> kThree{ArgType::kFloat, ArgType::kFloat, ArgType::kFloat};
 
@@ -27,7 +27,10 @@ V3d tripleValue(const Plug& plug)
     return {plug.child(0).number(), plug.child(1).number(), plug.child(2).number()};
 }
 
-V3d triple(DagNode& node, const char* attribute) { return tripleValue(node.plug(attribute)); }
+V3d triple(DagNode& node, const char* attribute)
+{
+    return tripleValue(node.plug(attribute));
+}
 
 void setTriple(Session& session, const Plug& plug, const V3d& value)
 {
@@ -40,7 +43,10 @@ void setTriple(Session& session, DagNode& node, const char* attribute, const V3d
     setTriple(session, node.plug(attribute), value);
 }
 
-mel::FloatArray numbers(const V3d& value) { return {value.x, value.y, value.z}; }
+mel::FloatArray numbers(const V3d& value)
+{
+    return {value.x, value.y, value.z};
+}
 
 /// Puts one control point where it should be, by the shape's tweak of that point.
 void placePoint(Session& session, DagNode& shape, int point, const V3d& target, const V3d& now)
@@ -134,7 +140,8 @@ Value queryXform(Session& session, const Args& args, const SelectionList& target
     DagNode& node = transformOf(item);
     (void)session;
     if (args.isSet("matrix")) {
-        const Imath::M44d matrix = world ? worldMatrix(node) : worldMatrix(node) * parentMatrix(node).inverse();
+        const Imath::M44d matrix =
+            world ? worldMatrix(node) : worldMatrix(node) * parentMatrix(node).inverse();
         mel::FloatArray cells;
         for (int row = 0; row < 4; ++row)
             for (int column = 0; column < 4; ++column)
@@ -153,7 +160,8 @@ Value queryXform(Session& session, const Args& args, const SelectionList& target
         return numbers(triple(node, "rotatePivot"));
     if (args.isSet("scalePivot"))
         return numbers(triple(node, "scalePivot"));
-    throw Error("xform -query needs one of -translation, -rotation, -scale, -matrix, -rotatePivot, -scalePivot.");
+    throw Error(
+        "xform -query needs one of -translation, -rotation, -scale, -matrix, -rotatePivot, -scalePivot.");
 }
 
 Value xformCommand(Session& session, const Args& args)
