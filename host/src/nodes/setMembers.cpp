@@ -32,11 +32,8 @@ std::shared_ptr<const ComponentListData> groupComponents(const Plug& group)
     const Plug id = group.child("objectGroupId").source();
     if (!id.isNull())
         for (const Plug& user : id.destinations())
-            if (user.node()->type().name == "groupParts") {
-                const auto list = listOf(user.node()->plug("inputComponents"));
-                if (list && !list->components.empty())
-                    return list;
-            }
+            if (user.node()->type().name == "groupParts")
+                return listOf(user.node()->plug("inputComponents"));
     return listOf(group.child("objectGrpCompList"));
 }
 
@@ -49,10 +46,8 @@ void addMember(const Plug& source, SelectionList& members)
         return;
     }
     const auto list = groupComponents(source);
-    if (!list || list->components.empty()) {
-        members.items.push_back({Ref<Node>(node), {}, {}});
+    if (!list)
         return;
-    }
     Ref<Component> component = componentOf(*shape, *list);
     if (component->count() > 0)
         members.items.push_back({Ref<Node>(node), component, {}});

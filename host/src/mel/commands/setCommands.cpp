@@ -88,7 +88,7 @@ Value setsCommand(Session& session, const Args& args)
         return set.name();
     }
     SelectionList members;
-    if (!args.booleanOr("empty", false)) {
+    if (!args.isSet("empty")) {
         if (args.objects().empty())
             members = session.selection().active();
         else
@@ -103,7 +103,7 @@ void registerSetCommands(mel::CommandRegistry& registry)
 {
     registry.add(CommandSpec("sets")
                      .flag("n", "name", {ArgType::kString})
-                     .flag("em", "empty", {ArgType::kBool})
+                     .flag("em", "empty")
                      .flag("add", "addElement", {ArgType::kString})
                      .flag("in", "include", {ArgType::kString})
                      .flag("fe", "forceElement", {ArgType::kString})
