@@ -165,6 +165,7 @@ std::vector<std::string> boxes(const std::vector<Element>& elements, unsigned in
         below[element[index]].push_back(element);
     if (index + 1 == dimension) {
         std::vector<int> values;
+        values.reserve(below.size());
         for (const auto& entry : below)
             values.push_back(entry.first);
         return runs(values);

@@ -17,7 +17,7 @@ MObject created(MFnBase& set, MFn::Type type, unsigned dimension, MStatus* statu
         host::report(status, MS::kInvalidParameter);
         return MObject();
     }
-    const MObject handle = host::Api::wrap(component.get());
+    MObject handle = host::Api::wrap(component.get());
     host::report(status, set.setObject(handle));
     return handle;
 }

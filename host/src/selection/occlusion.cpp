@@ -79,6 +79,8 @@ void ScreenTriangles::addMesh(DagNode& shape)
     std::vector<int> fan;
     std::size_t corner = 0;
     for (const int count : topology.faceCounts) {
+        if (count < 0 || corner + static_cast<std::size_t>(count) > topology.faceVertices.size())
+            break; // a mesh from a damaged file: what there is of it is enough to pick on
         const auto start = topology.faceVertices.begin() + static_cast<std::ptrdiff_t>(corner);
         fan.assign(start, start + count);
         corner += static_cast<std::size_t>(count);
@@ -93,7 +95,7 @@ void ScreenTriangles::addFan(const std::vector<int>& fan, const std::vector<Imat
     for (std::size_t k = 2; k < fan.size(); ++k) {
         const int vertices[3] = {fan[0], fan[k - 1], fan[k]};
         const auto isAhead = [&](int vertex) {
-            return drawable[static_cast<std::size_t>(firstCorner + vertex)];
+            return drawable[static_cast<std::size_t>(firstCorner) + static_cast<std::size_t>(vertex)];
         };
         const auto ahead = std::count_if(std::begin(vertices), std::end(vertices), isAhead);
         if (ahead == 3) {
@@ -178,7 +180,7 @@ void ScreenTriangles::sortIntoTiles()
         tilesOf(triangle, columns, rows);
         for (int row = rows[0]; row <= rows[1]; ++row)
             for (int column = columns[0]; column <= columns[1]; ++column)
-                visit(static_cast<std::size_t>(row * tileColumns + column));
+                visit(tileIndex(column, row));
     };
     for (const Triangle& triangle : triangles)
         forEachTile(triangle, [this](std::size_t tile) { ++tileStarts[tile + 1]; });
@@ -195,7 +197,7 @@ std::size_t ScreenTriangles::tileAt(double x, double y) const
     const auto tile = [this](double pixel, int count) {
         return std::clamp(static_cast<int>(std::clamp(pixel / tileSize, -1.0, 1e6)), 0, count - 1);
     };
-    return static_cast<std::size_t>(tile(y, tileRows) * tileColumns + tile(x, tileColumns));
+    return tileIndex(tile(x, tileColumns), tile(y, tileRows));
 }
 
 bool ScreenTriangles::depthAt(const Triangle& triangle, double x, double y, double& depth) const

@@ -40,6 +40,11 @@ private:
     /// First and last tile column and row that a triangle's bounds touch; false when it is off the port.
     bool tilesOf(const Triangle& triangle, int (&columns)[2], int (&rows)[2]) const;
     std::size_t tileAt(double x, double y) const;
+    std::size_t tileIndex(int column, int row) const
+    {
+        return static_cast<std::size_t>(row) * static_cast<std::size_t>(tileColumns) +
+               static_cast<std::size_t>(column);
+    }
     /// Depth of a triangle at a pixel; false when it does not cover it.
     bool depthAt(const Triangle& triangle, double x, double y, double& depth) const;
 

@@ -69,7 +69,12 @@ Neighbours neighboursOf(const MeshTopology& topology, std::size_t count)
 {
     Neighbours out;
     out.starts.assign(count + 1, 0);
+    const auto inside = [count](int vertex) {
+        return vertex >= 0 && static_cast<std::size_t>(vertex) < count;
+    };
     for (const auto& edge : topology.edges) {
+        if (!inside(edge[0]) || !inside(edge[1]))
+            continue;
         ++out.starts[static_cast<std::size_t>(edge[0]) + 1];
         ++out.starts[static_cast<std::size_t>(edge[1]) + 1];
     }
@@ -77,6 +82,8 @@ Neighbours neighboursOf(const MeshTopology& topology, std::size_t count)
     out.vertices.resize(out.starts.back());
     std::vector<std::size_t> next(out.starts.begin(), out.starts.end() - 1);
     for (const auto& edge : topology.edges) {
+        if (!inside(edge[0]) || !inside(edge[1]))
+            continue;
         out.vertices[next[static_cast<std::size_t>(edge[0])]++] = edge[1];
         out.vertices[next[static_cast<std::size_t>(edge[1])]++] = edge[0];
     }
