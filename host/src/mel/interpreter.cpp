@@ -132,6 +132,8 @@ Value Interpreter::execute(const std::string& text, const std::string& fileName)
         evaluation.lastValue = Value();
         if (evaluation.execute(*statement) == Completion::kReturn)
             return evaluation.result;
+        if (!statement->hasResult())
+            evaluation.lastValue = Value();
     }
     return evaluation.lastValue;
 }

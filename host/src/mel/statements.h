@@ -10,6 +10,7 @@ class ExpressionStatement final : public Statement {
 public:
     explicit ExpressionStatement(ExpressionRef what) : expression(std::move(what)) {}
     Completion execute(Evaluation& evaluation) const override;
+    bool hasResult() const override { return true; }
 
 private:
     ExpressionRef expression;
@@ -28,6 +29,7 @@ public:
     };
     explicit Declaration(std::vector<Entry> variables) : entries(std::move(variables)) {}
     Completion execute(Evaluation& evaluation) const override;
+    bool hasResult() const override { return true; }
 
 private:
     std::vector<Entry> entries;

@@ -43,6 +43,8 @@ class Statement {
 public:
     virtual ~Statement();
     virtual Completion execute(Evaluation& evaluation) const = 0;
+    /// Whether the text that ends with this statement has a result: Evaluation::lastValue.
+    virtual bool hasResult() const { return false; }
 
     int line = 0; ///< where it begins, counted from 1
 };

@@ -15,12 +15,25 @@ constexpr int kMostElements = 1 << 27;
     throw Error("\"" + name + "\" is an undeclared variable.");
 }
 
+template <class T>
+T zeroElement()
+{
+    return T();
+}
+
+/// A default vector has no defined components.
+template <>
+Vector zeroElement<Vector>()
+{
+    return Vector(0.0);
+}
+
 template <class Array>
 void store(Array& array, int index, typename Array::value_type element)
 {
     const auto at = static_cast<std::size_t>(index);
     if (at >= array.size())
-        array.resize(at + 1);
+        array.resize(at + 1, zeroElement<typename Array::value_type>());
     array[at] = std::move(element);
 }
 
