@@ -34,6 +34,7 @@ void MaReader::read()
     }
     if (first)
         readHead();
+    requireEnd();
     finish();
 }
 
@@ -123,6 +124,18 @@ void MaReader::fileInfoEntry(const MaStatement& words)
     cursor.expectEnd();
 }
 
+/// A file with Maya's whole head has its last line, too, or has lost its end; hand-written files have
+/// neither.
+void MaReader::requireEnd() const
+{
+    const std::vector<std::string>& head = tokens.headComments();
+    const bool whole = std::any_of(
+        head.begin(), head.end(), [](const std::string& line) { return line.compare(0, 7, "//Name:") == 0; });
+    if (whole && tokens.lastComment().compare(0, 9, "// End of") != 0)
+        throw Error(file + ": line " + std::to_string(tokens.currentLine()) +
+                    ": the file is cut off (its last line, \"// End of ...\", is missing)");
+}
+
 /// Locks come last: they would refuse values and connections of this very file.
 void MaReader::finish()
 {
@@ -135,11 +148,6 @@ void MaReader::finish()
         notes.push_back(
             std::to_string(unresolved) +
             " statements name what is not in the scene and are kept as text; the first: " + firstUnresolved);
-    const auto named = [](const std::string& line) { return line.compare(0, 7, "//Name:") == 0; };
-    const std::vector<std::string>& head = tokens.headComments();
-    // Files of Maya end in such a line; hand-written ones need not.
-    if (std::any_of(head.begin(), head.end(), named) && tokens.lastComment().compare(0, 9, "// End of") != 0)
-        notes.push_back("the line \"// End of ...\" is missing at the end: the file may be cut off");
 }
 
 } // namespace host

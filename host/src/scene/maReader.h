@@ -54,6 +54,7 @@ private:
 
     void statement(const MaStatement& words);
     void readHead();
+    void requireEnd() const;
     // Statements about the whole file.
     void fileReference(const MaStatement& words);
     void requires_(const MaStatement& words);

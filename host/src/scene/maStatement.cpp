@@ -19,6 +19,8 @@ bool MaWord::isFlag() const
 void MaCursor::fail(const std::string& message) const
 {
     const std::vector<MaWord>& words = source->words;
+    if (file.empty())
+        throw Error(std::string(source->command()) + ": " + message);
     const int line = position < words.size() ? words[position].line
                      : words.empty()         ? source->line
                                              : words.back().line;

@@ -33,7 +33,8 @@ struct MaStatement {
     std::string_view command() const { return words.front().text; }
 };
 
-/// Goes along the words of a statement and names file and line when something is wrong with them.
+/// Goes along the words of a statement and names file and line when something is wrong with them (without a
+/// file, the words of a script's command, it names the command).
 class MaCursor {
 public:
     MaCursor(const MaStatement& statement, std::string_view fileName, std::size_t first = 1)

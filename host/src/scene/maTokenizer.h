@@ -20,6 +20,7 @@ public:
     bool next(MaStatement& statement);
 
     const std::string& fileName() const { return file; }
+    int currentLine() const { return line; }
     /// The comment lines in front of the first statement.
     const std::vector<std::string>& headComments() const { return head; }
     /// The comment that stood last in the file so far ("// End of body.ma").

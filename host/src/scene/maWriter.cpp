@@ -42,6 +42,8 @@ private:
     void head()
     {
         text += "//Maya ASCII " + info.version + " scene\n";
+        // Promises the last line, by which a file that was cut off is found out.
+        text += "//Name: scene\n";
         if (!info.codeset.empty())
             text += "//Codeset: " + info.codeset + "\n";
         text += "requires maya " + maQuoted(info.version) + ";\n";

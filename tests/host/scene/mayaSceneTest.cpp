@@ -112,6 +112,14 @@ TEST_P(MayaScene, PosedSkinsDeformAsComputedElsewhere)
             }
             const std::string what = skin["name"].get<std::string>() + " " + pose;
             expectPoints(skin["shape"], facts["linear"], {}, what);
+            if (!facts.contains("dual"))
+                continue;
+            const std::string node = skin["name"];
+            mel("setAttr " + node + ".skinningMethod 1");
+            expectPoints(skin["shape"], facts["dual"], {}, what + " dual");
+            mel("setAttr " + node + ".skinningMethod 2; for ($i = 0; $i < " + skin["point_count"].dump() +
+                "; $i++) setAttr (\"" + node + ".blendWeights[\" + $i + \"]\") 0.5");
+            expectPoints(skin["shape"], facts["half"], {}, what + " half");
         }
     }
 }

@@ -78,6 +78,8 @@ TEST_F(NodeCommands, RefuseWhatCannotBeAndChangeNothing)
         {"setAttr a.lim 2", "setAttr: Cannot set the attribute 'a.lim' past its maximum value of 1."},
         {"setAttr a.tz 2", "The attribute 'a.translateZ' is locked or connected and cannot be modified."},
         {"setAttr b.tx 2", "The attribute 'b.translateX' is locked or connected and cannot be modified."},
+        {"setAttr a.t 1 2", "setAttr: setAttr ends too early"},
+        {"setAttr a.r 1 2 3 4", "setAttr: unexpected \"4\" at the end of setAttr"},
         {"addAttr -ln lim -at double a", "Found an attribute with the same name 'lim' on a."},
         {"addAttr -ln odd -at nonsense a",
          "The attribute \"odd\" has an unknown attribute type \"nonsense\"."},

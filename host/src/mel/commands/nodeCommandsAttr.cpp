@@ -35,7 +35,7 @@ public:
                 word(values[k].isNumber() ? maNumber(values[k].toFloat()) : values[k].toString()));
     }
 
-    MaCursor cursor() const { return MaCursor(statement, "setAttr"); }
+    MaCursor cursor() const { return MaCursor(statement, {}); }
     std::size_t count() const { return statement.words.size() - 1; }
 
 private:
