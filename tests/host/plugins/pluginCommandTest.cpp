@@ -46,7 +46,7 @@ TEST_F(PluginCommandTest, badCallsAreErrorsAndLeaveNoEntry)
         {"counter -fail", "counter: (kInvalidParameter): Invalid parameter for this call"},
     };
     for (const auto& example : cases)
-        EXPECT_EQ(example.error, melError(example.call));
+        EXPECT_EQ(std::string("line 1: ") + example.error, melError(example.call));
     EXPECT_EQ(0U, session.undo().undoCount());
     EXPECT_EQ(0, melInt("counter -q -step"));
 }

@@ -93,7 +93,7 @@ TEST_F(PluginLoadTest, namesAreLookedUpInTheSearchFolders)
 TEST_F(PluginLoadTest, aPlugInThatLeavesThingsBehindIsKeptUnlessForced)
 {
     mel("loadPlugin \"" + file("negligent") + "\"");
-    EXPECT_EQ("Plug-in \"negligent\" cannot be unloaded: it left registered: forgotten.",
+    EXPECT_EQ("line 1: Plug-in \"negligent\" cannot be unloaded: it left registered: forgotten.",
               melError("unloadPlugin negligent"));
     EXPECT_EQ(1, melInt("pluginInfo -q -loaded negligent"));
 
