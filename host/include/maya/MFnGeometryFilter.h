@@ -25,7 +25,8 @@ public:
     unsigned int indexForOutputShape(const MObject& shape, MStatus* status = nullptr) const;
     /// The set of deformed elements; fails for a deformer that works with component tags.
     MObject deformerSet(MStatus* status = nullptr) const;
-    /// A new component holding what this deformer works on in an output geometry; null when there is no such geometry.
+    /// A new component holding what this deformer works on in an output geometry; null when there is no such
+    /// geometry.
     MObject getComponentAtIndex(unsigned int index, MStatus* status = nullptr);
     static const char* className() { return "MFnGeometryFilter"; }
 
