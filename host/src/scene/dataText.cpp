@@ -154,7 +154,7 @@ DataRef readData(MaCursor& words, const std::string& type)
 
 void appendData(std::string& out, const Data& data)
 {
-    out += " -type \"" + std::string(data.typeName()) + "\"";
+    out += " -type " + maQuoted(data.typeName());
     if (const auto* components = as<ComponentListData>(data)) {
         appendCounted(out, components->components,
                       [](WordLines& lines, const std::string& text) { lines.add(maQuoted(text)); });

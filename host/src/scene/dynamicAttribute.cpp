@@ -126,7 +126,7 @@ std::string typeFlag(const Attribute& attribute)
     if (attribute.type == AttributeType::kString)
         return " -dt \"string\"";
     if (attribute.type == AttributeType::kData)
-        return " -dt \"" + attribute.dataType + "\"";
+        return " -dt " + maQuoted(attribute.dataType);
     if (attribute.type == AttributeType::kMatrix && attribute.dataType != "fltMatrix")
         return " -dt \"matrix\"";
     if (!attribute.dataType.empty())

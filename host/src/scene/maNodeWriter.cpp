@@ -7,17 +7,14 @@
 #include "nodes/geometry.h"
 #include "scene/dataText.h"
 #include "scene/dynamicAttribute.h"
-#include "scene/maStatement.h"
+#include "scene/keptXform.h"
 #include "scene/maText.h"
-#include "scene/maTokenizer.h"
 #include "scene/meshText.h"
 #include "scene/plugRange.h"
 #include "scene/sceneInfo.h"
-#include "types/error.h"
 
 #include <algorithm>
 #include <functional>
-#include <sstream>
 #include <tuple>
 
 namespace host {
@@ -73,28 +70,6 @@ void eachRun(const std::vector<std::uint32_t>& indices,
         write(indices[begin], indices[end - 1]);
         begin = end;
     }
-}
-
-/// The statement's path and matrix when it is `setAttr ".xm[0]" -type "matrix" "xform" ...`.
-bool readKeptXform(const std::string& statement, std::string& path, Imath::M44d& matrix)
-{
-    if (statement.find("\"xform\"") == statement.npos)
-        return false;
-    std::istringstream text(statement + ";");
-    MaTokenizer tokens(text, "kept statement");
-    MaStatement words;
-    tokens.next(words);
-    const auto begin = std::find_if(words.words.begin(), words.words.end(),
-                                    [](const MaWord& word) { return word.text == "xform"; });
-    if (words.command() != "setAttr" || begin == words.words.end())
-        return false;
-    for (const MaWord& word : words.words) {
-        if (word.text.size() > 1 && word.text.front() == '.' && word.kind == MaWord::Kind::kString)
-            path = std::string(word.text.substr(1));
-    }
-    MaCursor cursor(words, "kept statement", static_cast<std::size_t>(begin - words.words.begin()) + 1);
-    matrix = readXform(cursor);
-    return cursor.atEnd();
 }
 
 } // namespace
