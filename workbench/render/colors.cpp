@@ -36,7 +36,7 @@ Color falloffColor(float weight)
 Color weightColor(float weight)
 {
     static const std::array<Color, 5> stops = {
-        Color{0.30F, 0.34F, 0.42F, 1.0F}, Color{0.20F, 0.42F, 0.70F, 1.0F}, Color{0.20F, 0.66F, 0.60F, 1.0F},
+        Color{0.40F, 0.44F, 0.51F, 1.0F}, Color{0.20F, 0.42F, 0.70F, 1.0F}, Color{0.20F, 0.66F, 0.60F, 1.0F},
         Color{0.70F, 0.80F, 0.42F, 1.0F}, Color{0.97F, 0.72F, 0.42F, 1.0F}};
     return along(stops, weight);
 }

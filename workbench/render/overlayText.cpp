@@ -7,7 +7,9 @@
 #include "types/error.h"
 #include "view/drawRecord.h"
 
+#include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace workbench {
 
@@ -106,6 +108,36 @@ float leftOf(const OverlayPen& pen, int section, float textWidth)
     return pen.width() * 0.25F * static_cast<float>(column) - textWidth * 0.5F;
 }
 
+/// A label where it stands on the screen.
+struct Label {
+    const host::DrawRecord::Text* text;
+    ImVec2 corner, size;
+    double depth; ///< 0 near to 1 far
+
+    bool overlaps(const Label& other) const
+    {
+        return corner.x < other.corner.x + other.size.x && other.corner.x < corner.x + size.x &&
+               corner.y < other.corner.y + other.size.y && other.corner.y < corner.y + size.y;
+    }
+};
+
+std::vector<Label> labelsOf(const OverlayPen& pen, const host::DrawRecord& drawing)
+{
+    std::vector<Label> labels;
+    for (const host::DrawRecord::Text& text : drawing.texts) {
+        Label label{&text, {}, pen.textSize(text.text, static_cast<int>(text.fontSize)), 0.0};
+        if (!placeOf(pen, text.position, text.screenSpace, label.corner))
+            continue;
+        Imath::V3d pixels(0, 0, 0);
+        if (!text.screenSpace && pen.projection.project(text.position, pixels))
+            label.depth = pixels.z;
+        label.corner.x -= label.size.x * 0.5F * static_cast<float>(text.align);
+        label.corner.y -= label.size.y;
+        labels.push_back(label);
+    }
+    return labels;
+}
+
 } // namespace
 
 void drawToolDrawing(OverlayPen& pen, host::Session& session)
@@ -116,15 +148,18 @@ void drawToolDrawing(OverlayPen& pen, host::Session& session)
         if (placeOf(pen, line.from, line.screenSpace, from) && placeOf(pen, line.to, line.screenSpace, to))
             drawLine(pen, from, to, line);
     }
-    for (const host::DrawRecord::Text& text : drawing.texts) {
-        ImVec2 at;
-        if (!placeOf(pen, text.position, text.screenSpace, at))
+    std::vector<Label> labels = labelsOf(pen, drawing);
+    std::stable_sort(labels.begin(), labels.end(),
+                     [](const Label& a, const Label& b) { return a.depth < b.depth; });
+    std::vector<const Label*> placed;
+    for (const Label& label : labels) {
+        const bool covered = std::any_of(placed.begin(), placed.end(),
+                                         [&](const Label* other) { return label.overlaps(*other); });
+        if (covered)
             continue;
-        const int pixels = static_cast<int>(text.fontSize);
-        const ImVec2 size = pen.textSize(text.text, pixels);
-        at.x -= size.x * 0.5F * static_cast<float>(text.align);
-        at.y -= size.y;
-        pen.text(at, text.text, pixels, colorOf(text.color));
+        placed.push_back(&label);
+        pen.text(label.corner, label.text->text, static_cast<int>(label.text->fontSize),
+                 colorOf(label.text->color));
     }
 }
 

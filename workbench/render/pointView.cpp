@@ -53,8 +53,8 @@ void addControlShape(SceneView& view, const ShapeView& shape)
     const auto first = static_cast<unsigned>(view.lines.vertices.size());
     const bool isCurve = shape.geometry.kind() == Geometry::Kind::kCurve;
     const Color color = shape.selected ? kSelectedBodyWire : isCurve ? kCurveColor : kHullColor;
-    for (const Imath::V3d& point : shape.geometry.points())
-        view.lines.vertices.push_back(drawVertex(point * shape.toWorld, color));
+    for (const Imath::V3d& point : shape.world)
+        view.lines.vertices.push_back(drawVertex(point, color));
     const Join join = [&](int from, int to) {
         view.lines.indices.push_back(first + static_cast<unsigned>(from));
         view.lines.indices.push_back(first + static_cast<unsigned>(to));
@@ -77,23 +77,24 @@ void addControlShape(SceneView& view, const ShapeView& shape)
 void addPoints(SceneView& view, const ShapeView& shape)
 {
     constexpr float kControlSize = 5.0F, kVertexSize = 2.4F, kSelectedSize = 6.5F, kPreselectedSize = 9.0F;
+    constexpr float kClearEnough = 0.75F;
     const bool isMesh = shape.geometry.kind() == Geometry::Kind::kMesh;
-    const host::Points& points = shape.geometry.points();
     for (const int point : shape.preselected)
-        view.points.push_back(drawVertex(points[static_cast<std::size_t>(point)] * shape.toWorld,
-                                         kPreselectionColor, kPreselectedSize));
-    if (isMesh && shape.falloff.empty())
-        return;
-    for (std::size_t point = 0; point < points.size(); ++point) {
+        view.points.push_back(
+            drawVertex(shape.world[static_cast<std::size_t>(point)], kPreselectionColor, kPreselectedSize));
+    // The vertices of a mesh show while its points are edited, unless they would cover it.
+    const bool plainPoints = !isMesh || (!shape.falloff.empty() && shape.clarity > kClearEnough);
+    const float plainSize = isMesh ? kVertexSize : kControlSize;
+    Color plain = kPointColor;
+    plain[3] = isMesh ? 0.55F : 1.0F;
+    for (std::size_t point = 0; point < shape.world.size(); ++point) {
         const float falloff = shape.falloff.empty() ? 0.0F : shape.falloff[point];
-        const float plainSize = isMesh ? kVertexSize : kControlSize;
-        Color color = kPointColor;
-        color[3] = isMesh ? 0.55F : 1.0F;
         if (falloff > 0.0F)
-            color = falloffColor(falloff);
-        const float size =
-            falloff > 0.0F ? plainSize + (kSelectedSize - plainSize) * (0.35F + 0.65F * falloff) : plainSize;
-        view.points.push_back(drawVertex(points[point] * shape.toWorld, color, size));
+            view.points.push_back(
+                drawVertex(shape.world[point], falloffColor(falloff),
+                           plainSize + (kSelectedSize - plainSize) * (0.35F + 0.65F * falloff)));
+        else if (plainPoints)
+            view.points.push_back(drawVertex(shape.world[point], plain, plainSize));
     }
 }
 

@@ -25,6 +25,16 @@ Imath::V3d positionOf(const DagNode& node)
     return host::worldMatrix(node).translation();
 }
 
+std::vector<Imath::V3d> worldPoints(const DagNode& shape, const host::Geometry& geometry)
+{
+    const Imath::M44d toWorld = host::worldMatrix(shape);
+    std::vector<Imath::V3d> world;
+    world.reserve(geometry.count());
+    for (const Imath::V3d& point : geometry.points())
+        world.push_back(point * toWorld);
+    return world;
+}
+
 void addBone(SceneView& view, DagNode& joint, const Highlights& highlights, const host::Node* edited)
 {
     SceneView::Bone bone;
@@ -59,14 +69,13 @@ SceneView viewOf(host::Session& session)
             continue;
         const bool whole =
             isSelected(highlights, *dag) || (dag->parent() && isSelected(highlights, *dag->parent()));
-        const ShapeView shape{*dag,
-                              *geometry,
-                              host::worldMatrix(*dag),
-                              highlights.pointsOf(*dag),
-                              highlights.preselectedOf(*dag),
-                              whole};
+        const std::vector<Imath::V3d> world = worldPoints(*dag, *geometry);
+        const float clarity = clarityOf(*geometry, world, projection);
+        const ShapeView shape{
+            *dag,  *geometry, world, highlights.pointsOf(*dag), highlights.preselectedOf(*dag),
+            whole, clarity};
         if (geometry->kind() == host::Geometry::Kind::kMesh)
-            addMesh(view, shape, projection, weightMap(*dag, edited));
+            addMesh(view, shape, weightMap(*dag, edited));
         else
             addControlShape(view, shape);
         addPoints(view, shape);

@@ -5,6 +5,7 @@
 #include "session.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace workbench {
 
@@ -65,6 +66,28 @@ Highlights highlightsOf(host::Session& session)
             highlights.preselection[shape] = host::pointIndices(*shape, item.component.get());
     }
     return highlights;
+}
+
+float clarityOf(const host::Geometry& geometry, const std::vector<Imath::V3d>& world,
+                const host::ViewProjection& projection)
+{
+    constexpr std::size_t kSamples = 400;
+    constexpr double kLongEdge = 14.0, kFaintest = 0.22;
+    if (geometry.kind() != host::Geometry::Kind::kMesh)
+        return 1.0F;
+    const auto& edges = static_cast<const host::MeshData&>(geometry).topology->edges;
+    const std::size_t step = std::max<std::size_t>(1, edges.size() / kSamples);
+    double length = 0.0;
+    int count = 0;
+    for (std::size_t edge = 0; edge < edges.size(); edge += step) {
+        Imath::V3d from, to;
+        if (!projection.project(world[static_cast<std::size_t>(edges[edge][0])], from) ||
+            !projection.project(world[static_cast<std::size_t>(edges[edge][1])], to))
+            continue;
+        length += std::hypot(to.x - from.x, to.y - from.y);
+        ++count;
+    }
+    return count == 0 ? 1.0F : static_cast<float>(std::clamp(length / count / kLongEdge, kFaintest, 1.0));
 }
 
 DrawVertex drawVertex(const Imath::V3d& position, const Color& color, float size)

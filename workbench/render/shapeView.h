@@ -3,8 +3,9 @@
 #include "nodes/geometry.h"
 #include "render/colors.h"
 #include "render/shader.h"
+#include "view/viewport.h"
 
-#include <ImathMatrix.h>
+#include <ImathVec.h>
 
 #include <map>
 #include <set>
@@ -34,15 +35,22 @@ struct Highlights {
 /// The selection with its soft part and mirrored part.
 Highlights highlightsOf(host::Session& session);
 
-/// A geometry shape on its way to the picture. Points are in object space.
+/// A geometry shape on its way to the picture. Points are in object space; `world` are the same in world
+/// space.
 struct ShapeView {
     const host::DagNode& node;
     const host::Geometry& geometry;
-    Imath::M44d toWorld;
+    std::vector<Imath::V3d> world;
     const PointFalloff& falloff;
     std::vector<int> preselected; ///< points under the pointer
     bool selected;                ///< as a whole
+    /// 1 where the shape's edges are long on the screen, less where they crowd: what is drawn on every edge
+    /// and point must be fainter then, so that the shading still shows.
+    float clarity;
 };
+
+float clarityOf(const host::Geometry& geometry, const std::vector<Imath::V3d>& world,
+                const host::ViewProjection& projection);
 
 DrawVertex drawVertex(const Imath::V3d& position, const Color& color, float size = 1.0F);
 
