@@ -77,7 +77,7 @@ void addControlShape(SceneView& view, const ShapeView& shape)
 void addPoints(SceneView& view, const ShapeView& shape)
 {
     constexpr float kControlSize = 5.0F, kVertexSize = 2.4F, kSelectedSize = 6.5F, kPreselectedSize = 9.0F;
-    constexpr float kClearEnough = 0.75F;
+    constexpr float kClearEnough = 0.99F;
     const bool isMesh = shape.geometry.kind() == Geometry::Kind::kMesh;
     for (const int point : shape.preselected)
         view.points.push_back(

@@ -11,16 +11,15 @@ public:
     SelectTool()
     {
         setTitleString("Select Tool");
+        // Said before the tool is ever current: the status trace is for what plug-ins say.
+        setHelpString("Select Tool: Use select tool to select objects and components.");
         setImage("aselect.png", kImage1);
         setAllowPreSelectHilight();
         setAllowSoftSelect();
         setAllowSymmetry();
     }
 
-    void toolOnSetup(MEvent&) override
-    {
-        setHelpString("Select Tool: Use select tool to select objects and components.");
-    }
+    void toolOnSetup(MEvent&) override {}
     void getClassName(MString& name) const override { name = "selectTool"; }
 };
 
