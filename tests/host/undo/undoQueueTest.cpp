@@ -161,15 +161,15 @@ TEST_F(UndoQueueTest, AStepThatFailsIsReportedAndTheOthersRun)
 
 TEST_F(UndoQueueTest, UndoingIsVisibleToTheStepsAndCannotBeNested)
 {
-    std::string seen;
+    std::string during;
     session.edits().perform([](Session&) {},
                             [&](Session& inner) {
-                                seen = inner.undo().isUndoing() ? "undoing" : "";
+                                during = inner.undo().isUndoing() ? "undoing" : "";
                                 type("never recorded");
                                 EXPECT_THROW(inner.undo().undo(), Error);
                             });
     undo.undo();
-    EXPECT_EQ(seen, "undoing");
+    EXPECT_EQ(during, "undoing");
     EXPECT_FALSE(undo.isUndoing());
     EXPECT_EQ(undo.undoCount(), 0u);
     EXPECT_EQ(undo.redoCount(), 1u);
