@@ -12,7 +12,7 @@ bool hasWildcard(const std::string& text);
 std::vector<std::string> split(const std::string& text, char separator);
 
 /// A name as a node may have it: every character outside letters, digits, '_' and the colon of a namespace
-/// becomes '_', and so does a leading digit's place before it; a colon in front is dropped.
+/// becomes '_', a digit in front gets a '_' before it, and a colon in front is dropped.
 std::string cleanName(const std::string& wish);
 
 /// The name without the digits at its end, and what they say (0 when there are none or too many).
