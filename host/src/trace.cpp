@@ -27,7 +27,7 @@ std::string Trace::escaped(const std::string& text)
 void Trace::mel(bool display, bool undo, const std::string& text)
 {
     if (on())
-        target(std::string("mel\tdisplay=") + (display ? "1" : "0") + "\tundo=" + (undo ? "1" : "0") + "\t" +
+        target(std::string("mel\tdisplay=") + (display ? "1" : "0") + " undo=" + (undo ? "1" : "0") + "\t" +
                escaped(text));
 }
 

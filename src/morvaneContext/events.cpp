@@ -40,6 +40,13 @@ private:
     MRichSelection rich;
 };
 
+/// What a tool drew stays until it draws again: an empty drawable clears it.
+void clearLabels(MHWRender::MUIDrawManager& drawManager)
+{
+    drawManager.beginDrawable(MHWRender::MUIDrawManager::kAutomatic, 0);
+    drawManager.endDrawable();
+}
+
 } // namespace
 
 MStatus morvaneContext::doPress(MEvent& event, MHWRender::MUIDrawManager& drawManager,
@@ -152,6 +159,10 @@ MStatus morvaneContext::releaseSculpt(MHWRender::MUIDrawManager& drawManager)
 {
     MSelectionList selection;
     if (offsetValue == 0.0) {
+        if (strokeWritten) {
+            restorePressWeights();
+            clearLabels(drawManager);
+        }
         if (selectionChanged) {
             MGlobal::getActiveSelectionList(selection, false);
             toolCommand->setNewRichSel();
@@ -163,9 +174,7 @@ MStatus morvaneContext::releaseSculpt(MHWRender::MUIDrawManager& drawManager)
         return MS::kSuccess;
     }
     passToToolCommand(toolCommand);
-    // An empty drawable clears the labels.
-    drawManager.beginDrawable(MHWRender::MUIDrawManager::kAutomatic, 0);
-    drawManager.endDrawable();
+    clearLabels(drawManager);
     if (selectionChanged) {
         toolCommand->setNewRichSel();
         MGlobal::getActiveSelectionList(selection, false);
@@ -198,6 +207,7 @@ void morvaneContext::clearData()
     oldNgWeights.clear();
     oldAllInfluenceNgWeight.clear();
     liveObjects.clear();
+    strokeWritten = false;
     contextMode = kSelectMode;
 }
 

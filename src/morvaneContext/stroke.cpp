@@ -67,13 +67,26 @@ void morvaneContext::prepareStroke()
     }
 }
 
+/// A stroke that ends where it began is not recorded, so it must leave the weights of the press, even those
+/// that the clamps would have changed.
+void morvaneContext::restorePressWeights()
+{
+    const WeightStore& store = modeRow(weightMode).store();
+    for (unsigned int index = 0; index < liveObjects.size(); ++index) {
+        EditedObject object;
+        if (liveObjects[index] != nullptr && findEditedObject(validSel, index, object))
+            store.undoStroke(*this, object);
+    }
+}
+
 MStatus morvaneContext::doDragSculpt(MEvent&, MHWRender::MUIDrawManager& drawManager,
                                      const MHWRender::MFrameContext&)
 {
     if (validSel.isEmpty())
         return MS::kSuccess;
     MStatus status = getDirectionScalar();
-    if (!status)
+    // Back at the press point there is no motion either; what the stroke wrote before is then taken back.
+    if (!status && !strokeWritten)
         return apiError(status, kContextSource, __LINE__);
     std::vector<Labels> labels(displayWeights ? liveObjects.size() : 0);
     std::vector<double> weights;
@@ -99,6 +112,7 @@ MStatus morvaneContext::doDragSculpt(MEvent&, MHWRender::MUIDrawManager& drawMan
     // A stroke whose objects were all refused has changed nothing and must not be recorded.
     if (!anyWritten)
         offsetValue = 0.0;
+    strokeWritten = strokeWritten || anyWritten;
     if (displayWeights)
         drawLabels(drawManager, labels, MColor(fontColorR, fontColorG, fontColorB, fontOpacity),
                    static_cast<unsigned int>(fontSize));

@@ -44,30 +44,42 @@ private:
     MDoubleArray before; ///< one per influence, physical order
 };
 
+/// Each event but the first puts back all influences before it writes the edited one: the others make room
+/// from their weights at the press, whatever the events between did, so that a stroke depends on where the
+/// mouse is alone and a redo gives the same to the last bit.
 class SkinLive : public DoubleLive {
 public:
     SkinLive(const EditRecord& record, const EditedObject& object)
         : DoubleLive(record, object, record.oldInfluenceWeights[object.index]),
-          skin(record.validSkinClusters[object.index]), influence(1, record.skinInfluenceIds[object.index])
+          skin(record.validSkinClusters[object.index]), influence(1, record.skinInfluenceIds[object.index]),
+          all(allPhysicalIndices(skin)), before(record.oldSkinWeights[object.index])
     {}
 
 protected:
     MStatus writeValues() override
     {
-        const MStatus status = skin.setWeights(path, component, influence, values, true);
+        MStatus status;
+        if (written)
+            status = skin.setWeights(path, component, all, before, true);
+        written = true;
+        if (status)
+            status = skin.setWeights(path, component, influence, values, true);
         return status ? status : apiError(status, kContextSource, __LINE__);
     }
 
 private:
     MFnSkinCluster skin;
     MIntArray influence;
+    MIntArray all;
+    MDoubleArray before; ///< one row of all influences per point
+    bool written = false;
 };
 
 bool hasColumns(const EditRecord& record, const EditedObject& object)
 {
     const unsigned int index = object.index;
     const bool has = index < record.validSkinClusters.length() && index < record.skinInfluenceIds.length() &&
-                     index < record.oldInfluenceWeights.size();
+                     index < record.oldInfluenceWeights.size() && index < record.oldSkinWeights.size();
     if (!has)
         refuseObject(object.path, kUnequalArrays);
     return has && fitsFalloff(record, object, record.oldInfluenceWeights[index].length());

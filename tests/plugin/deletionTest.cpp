@@ -23,7 +23,9 @@ public:
                 "skinCluster -tsb -mi 3 -dr 4 -n deformer hip knee sheet; setAttr knee.rotateZ 40");
             edit("-weightMode skinCluster -influence knee");
         } else {
-            mel("cluster -n deformer sheet; setAttr deformerHandle.translateY 3");
+            mel("cluster -n deformer sheet; setAttr deformerHandle.translateY 2; viewFit sheet");
+            for (int vertex = 0; vertex < 66; ++vertex)
+                    mel("percent -v 0.75 deformer sheet.vtx[" + std::to_string(vertex) + "]");
             edit("-deformer deformer");
         }
         toolOn();
@@ -33,8 +35,8 @@ public:
     void TearDown() override
     {
         // The program lives on: a new scene can be built, sculpted and undone.
-        mel("file -f -new; polyPlane -n again -sx 4 -sy 4; viewFit again; cluster -n clu again;"
-            "setAttr cluHandle.translateY 2");
+        mel("file -f -new; polyPlane -n again -sx 4 -sy 4; cluster -n clu again;"
+            "setAttr cluHandle.translateY 0.5; viewFit again");
         edit("-weightMode default -deformer clu");
         mel("select again.vtx[12]");
         stroke("again.vtx[12]", 0, -30);

@@ -5,7 +5,7 @@ using namespace testing_support;
 
 namespace {
 
-const std::string kAtOnce = "mel\tdisplay=0\tundo=0\t";
+const std::string kAtOnce = "mel\tdisplay=0 undo=0\t";
 const std::string kIdle = "idle\tdisplay=0\t";
 
 std::vector<std::string> switchedOn(const std::string& label, const std::string& previousSet)

@@ -5,7 +5,7 @@ using namespace testing_support;
 
 namespace {
 
-const std::string kAtOnce = "mel\tdisplay=0\tundo=0\t";
+const std::string kAtOnce = "mel\tdisplay=0 undo=0\t";
 const std::string kIdle = "idle\tdisplay=0\t";
 
 std::string query(const std::string& name)
@@ -33,6 +33,9 @@ std::vector<std::string> definition(const std::string& name, const std::string& 
 const std::string kCreateDisplay =
     kIdle + "$lastOccupiedBlock = `headsUpDisplay -lastOccupiedBlock 7`;$lastOccupiedBlock = "
             "$lastOccupiedBlock + 1;headsUpDisplay -vis 0 -s 7 -b $lastOccupiedBlock \"morvaneHUD\";";
+
+// The display of the first load is still there, which the host says when the second load makes it again.
+const std::string kDisplayExists = "line 1: Heads-up display 'morvaneHUD' already exists.";
 
 std::vector<std::string> joined(std::vector<std::vector<std::string>> parts)
 {
@@ -70,9 +73,10 @@ TEST_F(Shell, LoadingAgainKeepsRunTimeCommandsAndUnloadOnlyAsksForTheHotkeySet)
     EXPECT_EQ(melInt("exists morvaneContext"), 0);
     EXPECT_EQ(melInt("exists morvaneToolCmd"), 0);
     EXPECT_EQ(melInt("runTimeCommand -q -exists morvaneCopy"), 1);
+    expectError(kDisplayExists);
     EXPECT_EQ(traced(*this, [&] { load(); }),
               (std::vector<std::string>{kAtOnce + "morvaneContext", query("morvaneCopy"),
-                                        query("morvanePaste"), kCreateDisplay}));
+                                        query("morvanePaste"), kCreateDisplay, "error\t" + kDisplayExists}));
     EXPECT_EQ(melInt("contextInfo -exists morvaneContext1"), 1);
 }
 
@@ -81,10 +85,11 @@ TEST_F(Shell, ADeletedRunTimeCommandComesBackWithItsNameCommand)
     load();
     unload();
     mel("runTimeCommand -e -delete morvaneCopy");
+    expectError(kDisplayExists);
     EXPECT_EQ(traced(*this, [&] { load(); }),
               joined({{kAtOnce + "morvaneContext"},
                       definition("morvaneCopy", "Copies", "copy", "MorvaneCopyNameCommand"),
-                      {query("morvanePaste"), kCreateDisplay}}));
+                      {query("morvanePaste"), kCreateDisplay, "error\t" + kDisplayExists}}));
 }
 
 TEST_F(Shell, UnloadDeletesALeftOverHotkeySet)

@@ -15,6 +15,7 @@ void ToolTest::SetUp()
 
 void ToolTest::editFails(const std::string& flags)
 {
+    expectError("morvaneContext: editing failed.");
     EXPECT_EQ(melInt("catch(`morvaneContext -e " + flags + " morvaneContext1`)"), 1) << flags;
 }
 

@@ -20,20 +20,21 @@ public:
         : session(owner), shape(deformedShape), names(*shapeAttributes(deformedShape))
     {}
 
-    /// Makes an undeformed copy and a tweak node when nothing feeds the shape yet.
+    /// Makes an undeformed copy and a tweak node when nothing deforms the shape yet. What feeds it by
+    /// construction feeds the copy from then on.
     void ensureHistory(Membership membership)
     {
-        if (!shape.plug(names.input).source().isNull())
+        if (!deformersOf(shape).empty())
             return;
         DagNode& original = createOriginal();
         const Plug world = original.plug(names.world).element(0);
         if (membership == Membership::kComponentTags) {
-            session.edits().connect(world, shape.plug(names.input));
+            session.edits().connect(world, shape.plug(names.input), true);
             return;
         }
         Node& tweak = create("tweak", "tweak1");
         feedThroughGroup(tweak, 0, world, {}, "tweakSet1");
-        session.edits().connect(tweak.plug("outputGeometry").element(0), shape.plug(names.input));
+        session.edits().connect(tweak.plug("outputGeometry").element(0), shape.plug(names.input), true);
         const char* offsets = shape.type().name == "mesh" ? "vlist" : "plist";
         const Plug location = tweak.plug(offsets).element(0).child(0).element(0);
         session.edits().connect(location, shape.plug("tweakLocation"));
@@ -66,7 +67,11 @@ private:
         const GeometryRef geometry = shapeGeometry(shape);
         if (!geometry)
             throw Error(shape.uniqueName() + " has no geometry to deform.");
-        session.edits().setData(original.plug(names.stored), geometry);
+        const Plug construction = shape.plug(names.input).source();
+        if (construction.isNull())
+            session.edits().setData(original.plug(names.stored), geometry);
+        else
+            session.edits().connect(construction, original.plug(names.input));
         session.edits().setNumber(original.plug("intermediateObject"), 1);
         session.edits().unset(shape.plug(names.offsets)); // the copy has them in its points
         return *original.asDag();

@@ -195,19 +195,27 @@ void Viewport::frame(const Imath::V3d& low, const Imath::V3d& high)
     DagNode* transform = shape ? shape->parent() : nullptr;
     if (!transform)
         throw Error("viewFit: the view has no camera");
-    constexpr double kLeastRadius = 0.5; // a single point is shown with something around it
-    constexpr double kMargin = 1.05;
     const Imath::V3d centre = (low + high) * 0.5;
-    const double radius = std::max((high - low).length() * 0.5, kLeastRadius) * kMargin;
-    const double aspect = static_cast<double>(width) / std::max(height, 1);
-    const HalfExtent half = extentOf(*shape, aspect);
-    double distance = std::max(numberOf(*shape, "centerOfInterest", 5.0), 2.0 * radius);
-    if (isOrthographic(*shape))
-        shape->plug("orthographicWidth").setNumber(2.0 * radius * std::max(1.0, aspect));
-    else
-        distance = radius / std::sin(std::atan(std::min(half.width, half.height)));
+    const HalfExtent half = extentOf(*shape, static_cast<double>(width) / std::max(height, 1));
     const Imath::M44d frame = frameOf(*shape);
-    const Imath::V3d backwards(frame[2][0], frame[2][1], frame[2][2]);
+    const Imath::V3d right(frame[0][0], frame[0][1], frame[0][2]), up(frame[1][0], frame[1][1], frame[1][2]),
+        backwards(frame[2][0], frame[2][1], frame[2][2]);
+    constexpr double kLeast = 0.5;  // a single point is shown with something around it
+    constexpr double kFilled = 0.9; // of the port, at most
+    double reach = 0.0, distance = 0.0;
+    for (int corner = 0; corner < 8; ++corner) {
+        Imath::V3d at;
+        for (int axis = 0; axis < 3; ++axis)
+            at[axis] = std::max((high[axis] - low[axis]) * 0.5, kLeast) * (corner >> axis & 1 ? 1.0 : -1.0);
+        const double across = std::max(std::abs(at.dot(right)) / half.width, std::abs(at.dot(up)) / half.height);
+        reach = std::max(reach, across / kFilled);
+        distance = std::max(distance, across / kFilled + at.dot(backwards));
+    }
+    if (isOrthographic(*shape)) {
+        const Plug shown = shape->plug("orthographicWidth");
+        shown.setNumber(shown.number() * reach);
+        distance = std::max(numberOf(*shape, "centerOfInterest", 5.0), (high - low).length());
+    }
     const Imath::V3d local = (centre + backwards * distance) * parentMatrix(*transform).inverse();
     const Plug translate = transform->plug("translate");
     for (unsigned axis = 0; axis < 3; ++axis)

@@ -74,7 +74,7 @@ TEST_F(MelApi, commandsAreTracedInOrderAndIdleOnesWaitForIdle)
     session.tools().idle().run();
     EXPECT_EQ(melString("$order"), "now idle");
     const std::vector<std::string> expected = {"idle\tdisplay=0\tglobal string $order; $order += \"idle\";",
-                                               "mel\tdisplay=0\tundo=1\tstring $order = \"now \";\\n"};
+                                               "mel\tdisplay=0 undo=1\tstring $order = \"now \";\\n"};
     EXPECT_EQ(trace, expected);
 }
 

@@ -57,6 +57,8 @@ Value polyEvaluateCommand(Session& session, const Args& args)
         if (all || args.isSet("face"))
             counts.push_back(static_cast<int>(mesh.topology->faceCounts.size()));
     }
+    if (counts.size() == 1)
+        return counts.front();
     return counts;
 }
 
