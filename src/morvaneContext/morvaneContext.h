@@ -237,7 +237,7 @@ private:
     MRichSelection richSel; ///< always empty; never assigned
     bool selectionChanged = false;
     std::vector<std::unique_ptr<LiveObject>> liveObjects; ///< per object of validSel; null for a refused one
-    bool strokeWritten = false; ///< a drag of this press has written weights
+    bool strokeWritten = false;                           ///< a drag of this press has written weights
 
     bool weightsCopied = false;    ///< a plain record: a copy exists and the mode has not changed since
     bool callBaseHandlers = false; ///< the base class's selection handling runs too; nothing sets it

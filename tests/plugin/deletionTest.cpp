@@ -25,7 +25,7 @@ public:
         } else {
             mel("cluster -n deformer sheet; setAttr deformerHandle.translateY 2; viewFit sheet");
             for (int vertex = 0; vertex < 66; ++vertex)
-                    mel("percent -v 0.75 deformer sheet.vtx[" + std::to_string(vertex) + "]");
+                mel("percent -v 0.75 deformer sheet.vtx[" + std::to_string(vertex) + "]");
             edit("-deformer deformer");
         }
         toolOn();

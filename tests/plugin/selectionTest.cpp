@@ -58,8 +58,8 @@ TEST_F(ToolSelection, AClickOnAVertexSelectsItInsideOneChunk)
     EXPECT_EQ(lines, (std::vector<std::string>{
                          "mel\tdisplay=0 undo=0\tselectPref -q -preSelectHilite", symmetry,
                          "mel\tdisplay=0 undo=0\texists ngst2Layers",
-                         "mel\tdisplay=0 undo=1\tundoInfo -openChunk -chunkName \"morvaneToolCmd\"",
-                         symmetry, "mel\tdisplay=0 undo=1\tundoInfo -closeChunk"}));
+                         "mel\tdisplay=0 undo=1\tundoInfo -openChunk -chunkName \"morvaneToolCmd\"", symmetry,
+                         "mel\tdisplay=0 undo=1\tundoInfo -closeChunk"}));
     mel("undo");
     EXPECT_EQ(selected(), Names{});
     mel("redo");

@@ -207,7 +207,8 @@ void Viewport::frame(const Imath::V3d& low, const Imath::V3d& high)
         Imath::V3d at;
         for (int axis = 0; axis < 3; ++axis)
             at[axis] = std::max((high[axis] - low[axis]) * 0.5, kLeast) * (corner >> axis & 1 ? 1.0 : -1.0);
-        const double across = std::max(std::abs(at.dot(right)) / half.width, std::abs(at.dot(up)) / half.height);
+        const double across =
+            std::max(std::abs(at.dot(right)) / half.width, std::abs(at.dot(up)) / half.height);
         reach = std::max(reach, across / kFilled);
         distance = std::max(distance, across / kFilled + at.dot(backwards));
     }

@@ -18,8 +18,8 @@ using mel::Value;
 
 namespace {
 
-/// Sets one of the selection's options or groups of options, recorded for undo. New soft-selection or symmetry
-/// options make a rich selection that was set before void.
+/// Sets one of the selection's options or groups of options, recorded for undo. New soft-selection or
+/// symmetry options make a rich selection that was set before void.
 template <class Options>
 void record(Session& session, Options SelectionState::*member, const Options& after)
 {
