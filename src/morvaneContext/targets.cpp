@@ -51,7 +51,7 @@ MObject deformedPoints(MFnGeometryFilter& filter, unsigned int geometry, const M
 {
 #if MAYA_API_VERSION >= 20220000
     MStatus status;
-    const MObject component = filter.getComponentAtIndex(geometry, &status);
+    MObject component = filter.getComponentAtIndex(geometry, &status);
     if (status && !component.isNull())
         return component;
 #else

@@ -54,7 +54,8 @@ MPlug::~MPlug()
 
 MPlug& MPlug::operator=(const MPlug& other)
 {
-    Api::plug(*this) = Api::plug(other);
+    if (this != &other)
+        Api::plug(*this) = Api::plug(other);
     return *this;
 }
 

@@ -154,7 +154,7 @@ bool Interpreter::run(const std::string& text, const std::string& fileName, Valu
 std::string Interpreter::findOnScriptPath(const std::string& file) const
 {
     for (const std::string& folder : scriptPath) {
-        const std::string path = (std::filesystem::path(folder) / file).string();
+        std::string path = (std::filesystem::path(folder) / file).string();
         if (isFile(path))
             return path;
     }
@@ -164,7 +164,7 @@ std::string Interpreter::findOnScriptPath(const std::string& file) const
 std::string Interpreter::findScript(const std::string& file) const
 {
     for (const std::string& name : {file, file + ".mel"}) {
-        const std::string found = isFile(name) ? name : findOnScriptPath(name);
+        std::string found = isFile(name) ? name : findOnScriptPath(name);
         if (!found.empty())
             return found;
     }

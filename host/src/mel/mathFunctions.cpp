@@ -71,7 +71,7 @@ Value absolute(FunctionCall& call)
         return value.get<int>() < 0 ? negated(value) : value;
     if (value.type() != Type::kVector)
         return std::abs(value.toFloat());
-    const Vector vector = value.get<Vector>();
+    const Vector& vector = value.get<Vector>();
     return Vector(std::abs(vector.x), std::abs(vector.y), std::abs(vector.z));
 }
 

@@ -152,7 +152,7 @@ std::string_view Scanner::peekIdentifier()
 
 std::string Scanner::identifier()
 {
-    const std::string name(peekIdentifier());
+    std::string name(peekIdentifier());
     if (name.empty())
         failUnexpected();
     at += name.size();

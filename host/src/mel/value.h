@@ -52,7 +52,11 @@ struct Matrix {
     }
 
 private:
-    std::size_t index(int row, int column) const { return static_cast<std::size_t>(row * columns + column); }
+    std::size_t index(int row, int column) const
+    {
+        return static_cast<std::size_t>(row) * static_cast<std::size_t>(columns) +
+               static_cast<std::size_t>(column);
+    }
 };
 
 /// A value of the language: what variables hold, commands take and commands return.

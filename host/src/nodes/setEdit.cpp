@@ -39,7 +39,7 @@ Plug storedGroup(Node& set, DagNode& shape)
 {
     const Plug members = set.plug("dagSetMembers");
     for (const std::uint32_t index : members.existingIndices()) {
-        const Plug source = members.element(index).source();
+        Plug source = members.element(index).source();
         if (!source.isNull() && source.node() == &shape && source.attribute()->longName == "objectGroups")
             return source;
     }
@@ -83,7 +83,7 @@ Plug makeGroup(Session& session, Node& set, DagNode& shape)
     Graph& graph = session.graph();
     Node& id = session.edits().create(*graph.types().find("groupId"), "groupId1");
     const Plug groups = shape.plug("instObjGroups").element(0).child("objectGroups");
-    const Plug group = groups.element(graph.nextAvailable(groups));
+    Plug group = groups.element(graph.nextAvailable(groups));
     session.edits().connect(id.plug("groupId"), group.child("objectGroupId"));
     connectMember(session, set, group);
     const Plug nodes = set.plug("groupNodes");

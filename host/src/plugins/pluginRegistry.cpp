@@ -86,7 +86,7 @@ void PluginRegistry::unloadAll()
         } catch (const Error& error) {
             // Its code still runs: closing the library would pull the ground from under it.
             owner.messages().error(error.what());
-            plugins.back()->library.release();
+            static_cast<void>(plugins.back()->library.release());
             plugins.pop_back();
         }
     }
@@ -104,7 +104,7 @@ std::string PluginRegistry::fileOf(const std::string& pathOrName) const
     std::vector<std::string> searched = environmentFolders();
     searched.insert(searched.end(), folders.begin(), folders.end());
     for (const std::string& folder : searched) {
-        const std::string file = existing(fs::path(folder) / pathOrName);
+        std::string file = existing(fs::path(folder) / pathOrName);
         if (!file.empty())
             return file;
     }

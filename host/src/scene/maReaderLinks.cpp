@@ -125,7 +125,7 @@ Plug MaReader::nextAvailable(Node& node, const std::string& path)
         return array->element(graph.nextAvailable(*array));
     }
     for (std::uint32_t index = 0;; ++index) {
-        const Plug plug = graph.keepAttribute(node, path + "[" + std::to_string(index) + "]");
+        Plug plug = graph.keepAttribute(node, path + "[" + std::to_string(index) + "]");
         if (!graph.isFed(plug))
             return plug;
     }

@@ -125,7 +125,9 @@ std::vector<double> clampedKnots(int cvs, int degree)
 {
     std::vector<double> knots;
     const int spans = cvs - degree;
-    for (int k = 0; k < cvs + degree - 1; ++k)
+    const int count = cvs + degree - 1;
+    knots.reserve(static_cast<std::size_t>(count));
+    for (int k = 0; k < count; ++k)
         knots.push_back(std::clamp(k - degree + 1, 0, spans));
     return knots;
 }
@@ -165,7 +167,7 @@ Value nurbsPlane(Session& session, const Args& args)
     const auto spread = [degree](const std::vector<double>& knots, int k) {
         double sum = 0;
         for (int i = 0; i < degree; ++i)
-            sum += knots[static_cast<std::size_t>(k + i)];
+            sum += knots[static_cast<std::size_t>(k) + static_cast<std::size_t>(i)];
         return sum / degree / knots.back() - 0.5;
     };
     auto points = std::make_shared<Points>();
