@@ -41,7 +41,7 @@ std::vector<Influence> influencesOf(Node& skin)
     return all;
 }
 
-/// What a bone fills in space: from the joint to each child that is an influence too, or just the joint.
+/// What a bone fills in space: a line from its joint to the next.
 struct Bone {
     V3d from, to;
     double distance(const V3d& point) const
@@ -53,19 +53,27 @@ struct Bone {
     }
 };
 
+/// The bones of one influence: to each child joint. The last joint of a chain has a bone that goes on as the one
+/// before it does; without it the points beyond would be as near to that one.
+std::vector<Bone> bonesOf(const DagNode& joint)
+{
+    const V3d from = worldMatrix(joint).translation();
+    std::vector<Bone> bones;
+    for (const Ref<DagNode>& child : joint.children())
+        if (!child->isShape())
+            bones.push_back({from, worldMatrix(*child).translation()});
+    if (bones.empty() && joint.parent())
+        bones.push_back({from, from + (from - worldMatrix(*joint.parent()).translation())});
+    if (bones.empty())
+        bones.push_back({from, from});
+    return bones;
+}
+
 std::vector<std::vector<Bone>> bonesOf(const std::vector<DagNode*>& joints)
 {
     std::vector<std::vector<Bone>> bones;
-    for (DagNode* joint : joints) {
-        const V3d from = worldMatrix(*joint).translation();
-        std::vector<Bone> own;
-        for (DagNode* other : joints)
-            if (other->parent() == joint)
-                own.push_back({from, worldMatrix(*other).translation()});
-        if (own.empty())
-            own.push_back({from, from});
-        bones.push_back(std::move(own));
-    }
+    for (const DagNode* joint : joints)
+        bones.push_back(bonesOf(*joint));
     return bones;
 }
 
