@@ -3,8 +3,8 @@
 # Usage: cmake/dependencies.sh [more packages ...]
 set -eu
 
-packages="cmake ninja-build g++ ccache nlohmann-json3-dev libnanoflann-dev libimath-dev tao-pegtl-dev
-libtbb-dev libimgui-dev libegl-dev libgl-dev libopengl-dev libegl-mesa0 libgl1-mesa-dri libstb-dev libcli11-dev
+packages="cmake ninja-build g++ ccache nlohmann-json3-dev libnanoflann-dev libimath-dev libtbb-dev
+libimgui-dev libegl-dev libgl-dev libopengl-dev libegl-mesa0 libgl1-mesa-dri libstb-dev libcli11-dev
 libgtest-dev fonts-dejavu-core $*"
 
 missing=""
