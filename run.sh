@@ -12,7 +12,9 @@ cmake --preset release -DCMAKE_CXX_COMPILER_LAUNCHER=ccache -DMORVANE_TESTS=OFF 
 cmake --build --preset release
 mkdir -p out
 build/release/bin/morvane-workbench --batch --script scenes/strokeDemo.mel --image out/stroke.png \
-    --save out/sculpted.ma --trace out/trace.txt "${scene:-scenes/creature.ma}"
+    --save out/sculpted.ma --trace out/trace.txt "${scene:-scenes/creature.ma}" >out/weights.txt
+cat out/weights.txt
 echo "picture:     out/stroke.png"
 echo "saved scene: out/sculpted.ma"
+echo "table:       out/weights.txt"
 echo "trace:       out/trace.txt"
