@@ -18,9 +18,8 @@ struct RestPoints {
     std::vector<int> ids;
 };
 
-/// Reads them from the shape that goes into the deformer, so that deformation does not disturb a match. False
-/// when the deformer does not deform the item's shape.
-bool readRestPoints(const MObject& deformer, const EditedObject& item, RestPoints& points)
+/// The shape that goes into a deformer of the item; false when it does not deform the item's shape.
+bool findInputShape(const MObject& deformer, const EditedObject& item, MDagPath& path)
 {
     const MFnGeometryFilter filter(deformer);
     MStatus status;
@@ -28,9 +27,24 @@ bool readRestPoints(const MObject& deformer, const EditedObject& item, RestPoint
     if (!status)
         return false;
     const MObject input = filter.inputShapeAtIndex(geometry, &status);
+    return status && !input.isNull() && MDagPath::getAPathTo(input, path);
+}
+
+/// Reads them from the shape that goes into the active deformer, so that deformation does not disturb a
+/// match. Where that one does not deform the item, its own skin does as well: the skin mode finds skins
+/// object by object and never has people name one, so the active deformer is none, or one of an earlier mode.
+/// False when neither deforms the item; `skinClusters` has an entry per item, or is empty in modes without
+/// skins.
+bool readRestPoints(const MObject& deformer, const MObjectArray& skinClusters, const EditedObject& item,
+                    RestPoints& points)
+{
     MDagPath path;
-    if (!status || input.isNull() || !MDagPath::getAPathTo(input, path))
+    const bool found =
+        (!deformer.isNull() && findInputShape(deformer, item, path)) ||
+        (item.index < skinClusters.length() && findInputShape(skinClusters[item.index], item, path));
+    if (!found)
         return false;
+    MStatus status;
     MObject component = item.component;
     MItGeometry iterator(path, component, &status);
     if (!status)
@@ -46,15 +60,17 @@ bool readRestPoints(const MObject& deformer, const EditedObject& item, RestPoint
 /// All copied items, ready to be searched.
 class CopiedPoints {
 public:
-    /// Null when the deformer does not deform one of them, which is said.
-    static std::unique_ptr<CopiedPoints> read(const MObject& deformer, const MSelectionList& copiedSel)
+    /// Null when neither the deformer nor its own skin deforms one of them, which is said.
+    static std::unique_ptr<CopiedPoints> read(const MObject& deformer, const CopyBuffer& copy)
     {
+        const MSelectionList& copiedSel = copy.copiedSel;
         std::vector<std::vector<Position>> positions;
         std::vector<std::vector<int>> ids;
         for (unsigned int index = 0; index < copiedSel.length(); ++index) {
             EditedObject item;
             RestPoints points;
-            if (!findEditedObject(copiedSel, index, item) || !readRestPoints(deformer, item, points)) {
+            if (!findEditedObject(copiedSel, index, item) ||
+                !readRestPoints(deformer, copy.copiedSkinClusters, item, points)) {
                 refuseObject(item.path,
                              "weights were copied from it, but the deformer does not deform it; nothing "
                              "was pasted.");
@@ -186,14 +202,15 @@ bool morvaneContext::fillPasteArrays(PasteRecord& pasted)
     }
     if (verdict != PasteVerdict::kAccepted)
         return true;
-    const std::unique_ptr<CopiedPoints> copied = CopiedPoints::read(activeDeformer, copiedSel);
+    const std::unique_ptr<CopiedPoints> copied = CopiedPoints::read(activeDeformer, *this);
     for (unsigned int index = 0; index < count; ++index) {
         EditedObject object;
         RestPoints points;
         pasted.refusedObjects[index] = true;
         if (!copied)
             continue;
-        if (!findEditedObject(validSel, index, object) || !readRestPoints(activeDeformer, object, points)) {
+        if (!findEditedObject(validSel, index, object) ||
+            !readRestPoints(activeDeformer, validSkinClusters, object, points)) {
             refuseObject(object.path, kNotDeformed);
             continue;
         }
