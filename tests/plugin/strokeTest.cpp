@@ -196,10 +196,10 @@ TEST_P(StrokeInMode, ControlGivesATenth)
     mel("softSelect -sse 0");
     const double before = edited()[29];
     // Control adds the vertex under the cursor to the selection only when it is not selected yet.
-    stroke("sheet.vtx[29]", 0, -10);
+    stroke("sheet.vtx[29]", 0, -5);
     const double whole = edited()[29] - before;
     mel("undo");
-    stroke("sheet.vtx[29]", 0, -10, "-control");
+    stroke("sheet.vtx[29]", 0, -5, "-control");
     const double tenth = edited()[29] - before;
     EXPECT_NEAR(tenth, whole / 10, 1e-6);
     EXPECT_NE(tenth, 0.0);

@@ -243,7 +243,7 @@ void PluginRegistry::takeBack(Plugin& plugin)
         removeContext(plugin, context.name, context.toolCommand);
     }
     while (!plugin.commands.empty())
-        removeCommand(plugin, plugin.commands.begin()->first);
+        removeCommand(plugin, std::string(plugin.commands.begin()->first)); // a copy: the entry goes
 }
 
 std::string PluginRegistry::leftovers(const Plugin& plugin) const

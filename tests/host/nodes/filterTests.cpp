@@ -132,7 +132,10 @@ TEST_F(Filters, ComponentTagExpressionsChooseThePoints)
     original.plugByPath("componentTags[4].componentTagName").setText("ends");
     original.plugByPath("componentTags[4].componentTagContents").setData(list);
     const host::Plug expression = cluster.plugByPath("input[0].componentTagExpression");
-    const auto xs = [&] { return V3d(point(shown, 0).x, point(shown, 1).x, point(shown, 2).x); };
+    // A structured binding cannot be captured.
+    const auto xs = [this, &shape = shown] {
+        return V3d(point(shape, 0).x, point(shape, 1).x, point(shape, 2).x);
+    };
     EXPECT_EQ(xs(), V3d(2, 4, 6));
     expression.setText("*");
     EXPECT_EQ(xs(), V3d(2, 4, 6));

@@ -25,7 +25,9 @@ public:
     Vector random(double range, double from = 0.0)
     {
         std::uniform_real_distribution<double> number(-range, range);
-        return {from + number(engine), from + number(engine), from + number(engine)};
+        const auto next = [&] { return reference::Real(from) + reference::Real(number(engine)); };
+        const reference::Real x = next(), y = next();
+        return {x, y, next()};
     }
 
     Parts randomParts(int order)

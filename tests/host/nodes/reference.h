@@ -109,7 +109,7 @@ inline Matrix inverse(const Matrix& matrix)
 
 inline double distance(const Imath::V3d& a, const Vector& b)
 {
-    const Real x = a.x - b[0], y = a.y - b[1], z = a.z - b[2];
+    const Real x = Real(a.x) - b[0], y = Real(a.y) - b[1], z = Real(a.z) - b[2];
     return static_cast<double>(std::sqrt(x * x + y * y + z * z));
 }
 
@@ -118,7 +118,7 @@ inline double largestDifference(const Imath::M44d& a, const Matrix& b)
     double worst = 0;
     for (int i = 0; i < 4; ++i)
         for (int j = 0; j < 4; ++j)
-            worst = std::fmax(worst, static_cast<double>(std::fabs(a[i][j] - b.m[i][j])));
+            worst = std::fmax(worst, static_cast<double>(std::fabs(Real(a[i][j]) - b.m[i][j])));
     return worst;
 }
 

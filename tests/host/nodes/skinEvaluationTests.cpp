@@ -16,13 +16,13 @@ reference::Matrix exact(const Imath::M44d& matrix)
     reference::Matrix result;
     for (int i = 0; i < 4; ++i)
         for (int j = 0; j < 4; ++j)
-            result.m[i][j] = matrix[i][j];
+            result.m[i][j] = reference::Real(matrix[i][j]);
     return result;
 }
 
 reference::Vector exact(const Imath::V3d& v)
 {
-    return {v.x, v.y, v.z};
+    return {reference::Real(v.x), reference::Real(v.y), reference::Real(v.z)};
 }
 
 class SkinEvaluation : public ::testing::Test {
