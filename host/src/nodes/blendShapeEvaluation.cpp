@@ -2,6 +2,7 @@
 
 #include "graph/node.h"
 #include "graph/numericArray.h"
+#include "nodes/pointTexts.h"
 #include "types/error.h"
 
 #include <algorithm>
@@ -19,13 +20,14 @@ Plug targetGroup(Node& node, std::uint32_t geometry, std::uint32_t target)
     return node.plug("inputTarget").element(geometry).child("inputTargetGroup").element(target);
 }
 
+/// Points that a smaller target does not have stay where they are when topologies need not agree.
 TargetDeltas liveDeltas(const Plug& item, const Geometry& shape, const Points& base)
 {
-    if (shape.count() < base.size())
+    if (shape.count() < base.size() && item.node()->plug("topologyCheck").number() != 0.0)
         throw Error("The target '" + item.name() + "' has " + std::to_string(shape.count()) +
                     " points, the base " + std::to_string(base.size()) + ".");
     TargetDeltas deltas;
-    for (std::size_t point = 0; point < base.size(); ++point) {
+    for (std::size_t point = 0; point < std::min(base.size(), shape.count()); ++point) {
         const Imath::V3d offset = shape.points()[point] - base[point];
         if (offset == Imath::V3d(0.0))
             continue;
@@ -33,6 +35,25 @@ TargetDeltas liveDeltas(const Plug& item, const Geometry& shape, const Points& b
         deltas.offsets.push_back(offset);
     }
     return deltas;
+}
+
+/// Keeps what a connected target shows in the node, so that the target's shape outlives the target.
+void storeDeltas(const Plug& item, const TargetDeltas& deltas, const Geometry& base)
+{
+    auto offsets = std::make_shared<PointArrayData>();
+    offsets->values.reserve(deltas.offsets.size());
+    for (const Imath::V3d& offset : deltas.offsets)
+        offsets->values.push_back({offset.x, offset.y, offset.z, 1.0});
+    auto list = std::make_shared<ComponentListData>();
+    list->components = pointTexts(base, deltas.points);
+    Node& node = *item.node();
+    const Plug points = item.child("inputPointsTarget"), components = item.child("inputComponentsTarget");
+    const auto knownPoints = std::dynamic_pointer_cast<const PointArrayData>(points.storedData());
+    const auto knownList = std::dynamic_pointer_cast<const ComponentListData>(components.storedData());
+    if (!knownPoints || knownPoints->values != offsets->values)
+        node.storeData(points, offsets);
+    if (!knownList || knownList->components != list->components)
+        node.storeData(components, list);
 }
 
 /// The component list names the points to which the offsets belong, in order.
@@ -63,11 +84,25 @@ std::map<double, TargetDeltas> shapesOf(const Plug& group, const Geometry& geome
     std::map<double, TargetDeltas> shapes;
     for (const std::uint32_t index : items.existingIndices()) {
         const Plug item = items.element(index);
-        const auto live = std::dynamic_pointer_cast<const Geometry>(item.child("inputGeomTarget").data());
-        shapes[(index - kItemOfBase) / kItemsPerWeight] =
+        const Plug target = item.child("inputGeomTarget");
+        const auto live =
+            target.isDestination() ? std::dynamic_pointer_cast<const Geometry>(target.data()) : GeometryRef();
+        TargetDeltas deltas =
             live ? liveDeltas(item, *live, geometry.points()) : storedDeltas(item, geometry);
+        if (live)
+            storeDeltas(item, deltas, geometry);
+        shapes[(index - kItemOfBase) / kItemsPerWeight] = std::move(deltas);
     }
     return shapes;
+}
+
+bool isLive(const Plug& group)
+{
+    const Plug items = group.child("inputTargetItem");
+    for (const std::uint32_t index : items.existingIndices())
+        if (items.element(index).child("inputGeomTarget").isDestination())
+            return true;
+    return false;
 }
 
 /// Adds one shape's deltas; `factor` is the target's share at weight 1 of its points.
@@ -117,9 +152,9 @@ void deformByBlendShape(Node& node, FilterInput& input)
     Points sum(input.points->size(), Imath::V3d(0.0));
     for (const std::uint32_t target : targets.child("inputTargetGroup").existingIndices()) {
         const double value = values.element(target).number();
-        if (value == 0.0)
-            continue;
         const Plug group = targetGroup(node, input.index, target);
+        if (value == 0.0 && !isLive(group))
+            continue;
         const std::map<double, TargetDeltas> shapes = shapesOf(group, *input.geometry);
         for (const auto& [stop, share] : shapeShares(shapes, value))
             addDeltas(sum, shapes.at(stop), group.child("targetWeights").numbers(), share);

@@ -17,7 +17,8 @@ struct TargetDeltas {
 
 /// The shapes of target `target` for geometry `geometry`, by the weight at which each is reached (item 6000
 /// is weight 1, 5500 weight 0.5). A connected target geometry counts before stored deltas: target minus the
-/// incoming geometry. Throws host::Error when a target has fewer points than the base.
+/// incoming geometry; it replaces the stored ones, unrecorded, so that they still stand when the target is
+/// gone. Throws host::Error when a target has fewer points than the base and topologyCheck is on.
 std::map<double, TargetDeltas> targetShapes(Node& blendShape, std::uint32_t geometry, std::uint32_t target,
                                             const Geometry& base);
 

@@ -15,5 +15,8 @@ void registerFilterTypes(NodeTypeRegistry& registry);     ///< geometryFilter, w
 void registerClusterTypes(NodeTypeRegistry& registry);    ///< cluster, clusterHandle
 void registerSkinTypes(NodeTypeRegistry& registry);       ///< skinCluster, dagPose
 void registerBlendShapeTypes(NodeTypeRegistry& registry); ///< blendShape
+void registerSoftModTypes(NodeTypeRegistry& registry);    ///< softMod, softModHandle
+void registerLatticeDeformerTypes(NodeTypeRegistry& registry); ///< ffd
+void registerMaskedOffsetTypes(NodeTypeRegistry& registry);    ///< maskedOffset, a deformer with two maps
 
 } // namespace host

@@ -16,6 +16,9 @@ void registerNodeTypes(NodeTypeRegistry& registry)
     registerClusterTypes(registry);
     registerSkinTypes(registry);
     registerBlendShapeTypes(registry);
+    registerMaskedOffsetTypes(registry);
+    registerSoftModTypes(registry);
+    registerLatticeDeformerTypes(registry);
 }
 
 } // namespace host

@@ -54,6 +54,7 @@ void addMesh(NodeTypeRegistry& registry)
     type.add(shortAttribute("vertexColorSource", "vcs"));
     type.affectAll({"inMesh", "cachedInMesh", "pnts", "componentTags", "tweakLocation"},
                    {"outMesh", "worldMesh"});
+    type.affect("worldMatrix", "worldMesh"); // deformers that work in world space look at the transform
 }
 
 void addNurbs(NodeTypeRegistry& registry, const char* name, MFn::Type apiType)
@@ -70,6 +71,7 @@ void addNurbs(NodeTypeRegistry& registry, const char* name, MFn::Type apiType)
     type.add(dataAttribute("worldSpace", "ws", name).array().output());
     type.affectAll({"create", "cached", "controlPoints", "componentTags", "tweakLocation"},
                    {"local", "worldSpace"});
+    type.affect("worldMatrix", "worldSpace");
 }
 
 void addLattice(NodeTypeRegistry& registry)
@@ -89,6 +91,7 @@ void addLattice(NodeTypeRegistry& registry)
     type.affectAll({"latticeInput", "cached", "controlPoints", "componentTags", "tweakLocation", "sDivisions",
                     "tDivisions", "uDivisions"},
                    {"latticeOutput", "worldLattice"});
+    type.affect("worldMatrix", "worldLattice");
     NodeType& base = registry.add("baseLattice", "geometryShape");
     base.defaultName = "latticeBaseShape";
 }

@@ -24,12 +24,12 @@ public:
         EXPECT_LE((point(shape, i) - expected).length(), 1e-9 * (1.0 + expected.length()))
             << shape << " " << i << point(shape, i) << expected;
     }
-    /// Three sheets of 3 x 2 points; up and side are the base with some points moved.
+    /// Three sheets of 3 x 2 points; up and wide are the base with some points moved.
     void makeSheets()
     {
-        for (const char* name : {"base", "up", "side"})
+        for (const char* name : {"base", "up", "wide"})
             mel(std::string("polyPlane -n ") + name + " -w 2 -h 1 -sx 2 -sy 1");
-        mel("move -r 0 2 0 up.vtx[1:2]; move -r 0 0.5 0 up.vtx[4]; move -r 4 0 0 side.vtx[2]");
+        mel("move -r 0 2 0 up.vtx[1:2]; move -r 0 0.5 0 up.vtx[4]; move -r 4 0 0 wide.vtx[2]");
     }
 };
 
@@ -38,22 +38,22 @@ TEST_F(BlendShapeCommand, TargetsBlendByWeightUnderTheirNamesAndOutliveTheirDele
     makeSheets();
     const V3d one = point("baseShape", 1), two = point("baseShape", 2);
     const std::string start = testing_support::sceneText(session);
-    EXPECT_EQ(melStrings("blendShape -n face up side base"), Texts{"face"});
-    EXPECT_EQ(melStrings("aliasAttr -q face"), (Texts{"up", "weight[0]", "side", "weight[1]"}));
+    EXPECT_EQ(melStrings("blendShape -n face up wide base"), Texts{"face"});
+    EXPECT_EQ(melStrings("aliasAttr -q face"), (Texts{"up", "weight[0]", "wide", "weight[1]"}));
     mel("setAttr face.up 0.25; blendShape -e -w 1 0.5 face");
     EXPECT_EQ(melFloats("blendShape -q -w face"), (std::vector<double>{0.25, 0.5}));
     EXPECT_EQ(melInt("blendShape -q -wc face"), 2);
-    EXPECT_EQ(melStrings("blendShape -q -t face"), (Texts{"up", "side"}));
+    EXPECT_EQ(melStrings("blendShape -q -t face"), (Texts{"up", "wide"}));
     EXPECT_EQ(melStrings("blendShape -q -g face"), Texts{"baseShape"});
     expectPoint("baseShape", 1, one + V3d(0, 0.5, 0));
     expectPoint("baseShape", 2, two + V3d(2, 0.5, 0));
 
-    mel("move -r 0 0 8 side.vtx[1]"); // followed, and kept
+    mel("move -r 0 0 8 wide.vtx[1]"); // followed, and kept
     expectPoint("baseShape", 1, one + V3d(0, 0.5, 4));
-    mel("delete up side");
+    mel("delete up wide");
     expectPoint("baseShape", 1, one + V3d(0, 0.5, 4));
     expectPoint("baseShape", 2, two + V3d(2, 0.5, 0));
-    EXPECT_EQ(melStrings("blendShape -q -t face"), (Texts{"up", "side"}));
+    EXPECT_EQ(melStrings("blendShape -q -t face"), (Texts{"up", "wide"}));
     mel("undo; undo; undo; undo; undo");
     EXPECT_EQ(testing_support::sceneText(session), start);
     mel("redo; redo; redo; redo; redo");
@@ -76,7 +76,7 @@ TEST_F(BlendShapeCommand, TargetsAreAddedWithInBetweensAndUndone)
     mel("blendShape -n face base");
     const V3d two = point("baseShape", 2);
     const std::string start = testing_support::sceneText(session);
-    mel("blendShape -e -t base 4 up 1.0 -t base 4 side 0.5 face");
+    mel("blendShape -e -t base 4 up 1.0 -t base 4 wide 0.5 face");
     EXPECT_EQ(melStrings("aliasAttr -q face"), (Texts{"up", "weight[4]"}));
     mel("setAttr face.up 0.5");
     expectPoint("baseShape", 2, two + V3d(4, 0, 0));
@@ -90,7 +90,8 @@ TEST_F(BlendShapeCommand, TargetsAreAddedWithInBetweensAndUndone)
 
 TEST_F(BlendShapeCommand, EveryShapeBelowTheBaseHasItsOwnDeltas)
 {
-    mel("polyPlane -n a -sx 1 -sy 1; polyPlane -n b -sx 2 -sy 1; group -n pair a b;"
+    mel("polyPlane -n a -sx 1 -sy 1; polyPlane -n b -sx 2 -sy 1; createNode transform -n pair; parent a "
+        "pair; parent b pair;"
         "duplicate -n posed pair; move -r 0 1 0 \"posed|a.vtx[0]\"; move -r 0 3 0 \"posed|b.vtx[5]\";"
         "blendShape -n both -w 0 0.5 posed pair");
     EXPECT_EQ(melStrings("blendShape -q -g both").size(), 2u);

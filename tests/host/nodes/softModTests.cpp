@@ -54,14 +54,9 @@ TEST_F(SoftMod, MovesPointsByWeightAndFalloffFromTheCentre)
 
 TEST_F(SoftMod, WhatIsNotComputedIsAnErrorThatNamesIt)
 {
-    EXPECT_EQ(host::FalloffRamp(
-                  {{0.2, 1, host::FalloffRamp::Way::kNone}, {0.8, 3, host::FalloffRamp::Way::kLinear}})
-                  .at(0.5),
-              1.0);
-    EXPECT_EQ(host::FalloffRamp(
-                  {{0.8, 3, host::FalloffRamp::Way::kLinear}, {0.2, 1, host::FalloffRamp::Way::kLinear}})
-                  .at(0.5),
-              2.0);
+    using Way = host::FalloffRamp::Way;
+    EXPECT_EQ(host::FalloffRamp({{0.25, 1, Way::kNone}, {0.75, 3, Way::kLinear}}).at(0.5), 1.0);
+    EXPECT_EQ(host::FalloffRamp({{0.75, 3, Way::kLinear}, {0.25, 1, Way::kLinear}}).at(0.5), 2.0);
     mel("polyPlane -n sheet");
     EXPECT_NE(melError("softMod -falloffRadius 0 sheet").find("-falloffRadius"), std::string::npos);
     mel("softMod -rel sheet");

@@ -2,14 +2,13 @@
 #include "graph/graph.h"
 #include "mel/commands/commandTargets.h"
 #include "mel/commands/deformerCommands.h"
+#include "mel/commands/deformerHandles.h"
 #include "mel/commands/geometryCommands.h"
 #include "nodes/deformerBuild.h"
 #include "nodes/geometry.h"
 #include "session.h"
 #include "types/error.h"
 #include "undo/edits.h"
-
-#include <ImathBox.h>
 
 namespace host {
 
@@ -19,41 +18,6 @@ using mel::Args;
 using mel::ArgType;
 using mel::CommandSpec;
 using mel::Value;
-
-Imath::V3d centreOf(const std::vector<DeformedShape>& shapes)
-{
-    Imath::Box3d box;
-    for (const DeformedShape& each : shapes) {
-        const GeometryRef geometry = shapeGeometry(*each.shape);
-        if (!geometry)
-            throw Error(each.shape->uniqueName() + " has no points.");
-        const Imath::M44d world = worldMatrix(*each.shape);
-        if (each.points.empty())
-            for (const Imath::V3d& point : geometry->points())
-                box.extendBy(point * world);
-        for (const int point : each.points)
-            box.extendBy(geometry->points()[static_cast<std::size_t>(point)] * world);
-    }
-    return box.center();
-}
-
-/// The handle's transform, with its pivots in the middle of what it moves.
-Node& createHandle(Session& session, Node& cluster, const Imath::V3d& centre)
-{
-    Graph& graph = session.graph();
-    Edits& edits = session.edits();
-    DagNode& handle = *edits.create(*graph.types().find("transform"), cluster.name() + "Handle").asDag();
-    Node& shape = edits.create(*graph.types().find("clusterHandle"), handle.name() + "Shape", &handle);
-    for (unsigned k = 0; k < 3; ++k) {
-        const double at = centre[static_cast<int>(k)];
-        edits.setNumber(shape.plug("origin").child(k), at);
-        edits.setNumber(handle.plug("rotatePivot").child(k), at);
-        edits.setNumber(handle.plug("scalePivot").child(k), at);
-    }
-    edits.connect(handle.plug("worldMatrix").element(0), cluster.plug("matrix"));
-    edits.connect(shape.plug("clusterTransforms"), cluster.plug("clusterXforms"));
-    return handle;
-}
 
 Value clusterCommand(Session& session, const Args& args)
 {
@@ -84,7 +48,8 @@ Value clusterCommand(Session& session, const Args& args)
                  args.booleanOr("useComponentTags", false) ? Membership::kComponentTags : Membership::kSet);
     for (std::uint32_t index = 0; index < shapes.size(); ++index)
         edits.setMatrix(cluster.plug("geomMatrix").element(index), worldMatrix(*shapes[index].shape));
-    Node& handle = createHandle(session, cluster, centre);
+    Node& handle =
+        createHandle(session, cluster, centre, {"clusterHandle", "clusterTransforms", "clusterXforms"});
     selectOnly(session, handle);
     return mel::StringArray{cluster.name(), handle.uniqueName()};
 }

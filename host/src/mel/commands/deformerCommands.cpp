@@ -50,9 +50,13 @@ std::uint32_t geometryIndex(Node& deformer, DagNode& shape)
 void registerDeformerCommands(mel::CommandRegistry& registry)
 {
     registerClusterCommands(registry);
+    registerBlendShapeCommand(registry);
+    registerMaskedOffsetCommand(registry);
     registerSkinClusterCommand(registry);
     registerSkinPercentCommand(registry);
     registerSetCommands(registry);
+    registerSoftModCommand(registry);
+    registerLatticeCommand(registry);
 }
 
 } // namespace host

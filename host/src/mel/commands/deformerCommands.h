@@ -26,9 +26,13 @@ std::vector<ShapePoints> shapePoints(Session& session, const std::vector<std::st
 /// Logical index of a shape among a deformer's outputs; throws when the deformer does not deform it.
 std::uint32_t geometryIndex(Node& deformer, DagNode& shape);
 
-void registerClusterCommands(mel::CommandRegistry& registry);    ///< cluster, percent
-void registerSkinClusterCommand(mel::CommandRegistry& registry); ///< skinCluster
-void registerSkinPercentCommand(mel::CommandRegistry& registry); ///< skinPercent
-void registerSetCommands(mel::CommandRegistry& registry);        ///< sets
+void registerClusterCommands(mel::CommandRegistry& registry);     ///< cluster, percent
+void registerBlendShapeCommand(mel::CommandRegistry& registry);   ///< blendShape
+void registerMaskedOffsetCommand(mel::CommandRegistry& registry); ///< maskedOffset
+void registerSkinClusterCommand(mel::CommandRegistry& registry);  ///< skinCluster
+void registerSkinPercentCommand(mel::CommandRegistry& registry);  ///< skinPercent
+void registerSoftModCommand(mel::CommandRegistry& registry);      ///< softMod
+void registerLatticeCommand(mel::CommandRegistry& registry);      ///< lattice
+void registerSetCommands(mel::CommandRegistry& registry);         ///< sets
 
 } // namespace host
