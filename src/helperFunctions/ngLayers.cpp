@@ -4,9 +4,12 @@
 #include "mel.h"
 #include "report.h"
 
+#include <cstdint>
+#include <limits>
 #include <maya/MCommandResult.h>
 #include <maya/MFnDependencyNode.h>
 #include <maya/MGlobal.h>
+#include <maya/MItGeometry.h>
 #include <maya/MPlug.h>
 #include <maya/MPlugArray.h>
 #include <nlohmann/json.hpp>
@@ -39,12 +42,28 @@ json readLayerList(const MDagPath& shape)
 {
     MCommandResult result;
     MString text;
-    MGlobal::executeCommand(MString("ngst2Layers -q -ll ") + shape.fullPathName(), result, false, false);
+    if (!MGlobal::executeCommand(MString("ngst2Layers -q -ll ") + shape.fullPathName(), result, false, false))
+        throw std::invalid_argument("the command failed");
     result.getResult(text);
     json layers = json::parse(std::string(text.asUTF8()));
     if (!layers.is_array())
         throw std::invalid_argument("it is not an array");
+    for (const json& layer : layers) {
+        if (!layer.is_object())
+            throw std::invalid_argument("an entry is not an object");
+    }
     return layers;
+}
+
+/// A layer's id. Conversion to a number alone would take fractions and cut off what does not fit.
+int idOf(const json& value)
+{
+    if (!value.is_number_integer())
+        throw std::invalid_argument("an id is not an integer");
+    const auto id = value.get<std::int64_t>();
+    if (id < std::numeric_limits<int>::min() || id > std::numeric_limits<int>::max())
+        throw std::invalid_argument("an id is out of range");
+    return static_cast<int>(id);
 }
 
 /// Runs a look-up on the layer list; whatever is wrong with the list becomes one error that names the shape.
@@ -59,6 +78,20 @@ auto onLayerList(const MDagPath& shape, LookUp&& lookUp) -> decltype(lookUp(json
     }
 }
 
+/// Weights that are not one for each vertex cannot be offset or written back: they are dropped, which is
+/// said.
+MStatus checkCount(MDoubleArray& weights, const MDagPath& shape)
+{
+    const int vertices = MItGeometry(shape).count();
+    if (vertices >= 0 && static_cast<unsigned int>(vertices) == weights.length())
+        return MS::kSuccess;
+    MGlobal::displayError(shape.fullPathName() + ": ngSkinTools2 tells " +
+                          static_cast<double>(weights.length()) + " weights for " +
+                          static_cast<double>(vertices) + " vertices; nothing was written for it.");
+    weights.clear();
+    return MS::kFailure;
+}
+
 MStatus readWeights(int layerId, const MString& paintTarget, MDoubleArray& weights, const MDagPath& shape,
                     ReportLines lines)
 {
@@ -71,7 +104,7 @@ MStatus readWeights(int layerId, const MString& paintTarget, MDoubleArray& weigh
     weights.clear();
     result.getResult(weights);
     if (weights.length() != 0)
-        return MS::kSuccess;
+        return checkCount(weights, shape);
     MCommandResult countResult;
     int count = 0;
     status = MGlobal::executeCommand(MString("ngst2Layers") + " -q" + " -vertexCount " + shape.fullPathName(),
@@ -80,7 +113,7 @@ MStatus readWeights(int layerId, const MString& paintTarget, MDoubleArray& weigh
         return apiError(status, kHelperSource, lines.count);
     countResult.getResult(count);
     weights = MDoubleArray(count > 0 ? static_cast<unsigned int>(count) : 0U, 0.0);
-    return MS::kSuccess;
+    return checkCount(weights, shape);
 }
 
 /// The values list of a write: each number as the platform writes it, in time linear in their count.
@@ -141,7 +174,7 @@ unsigned int getLayerId(MDagPath shape, MString layerName)
             const auto name = layer.find("name");
             const auto id = layer.find("id");
             if (name != layer.end() && id != layer.end() && name->get<std::string>() == wanted)
-                return static_cast<unsigned int>(id->get<int>());
+                return static_cast<unsigned int>(idOf(*id));
         }
         return kNotFound;
     });
@@ -152,8 +185,12 @@ bool layerHasChildren(MDagPath shape, int layerId)
     return onLayerList(shape, [layerId](const json& layers) {
         for (const json& layer : layers) {
             const auto id = layer.find("id");
-            if (id != layer.end() && id->get<int>() == layerId)
-                return !layer.at("children").empty();
+            if (id == layer.end() || idOf(*id) != layerId)
+                continue;
+            const json& children = layer.at("children");
+            if (!children.is_array())
+                throw std::invalid_argument("\"children\" is not an array");
+            return !children.empty();
         }
         return false;
     });

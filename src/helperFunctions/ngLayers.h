@@ -28,10 +28,11 @@ bool isNgEnabled();
 bool hasNgData(MObject& skinCluster);
 /// Id of the first layer with that name, or all bits set. Throws LayerListError.
 unsigned int getLayerId(MDagPath shape, MString layerName);
-/// Whether the layer is a group; false when no layer has the id. Throws LayerListError.
+/// Whether the layer is a group; false when no layer of the list has the id. Throws LayerListError.
 bool layerHasChildren(MDagPath shape, int layerId);
 
-// Reading: a layer without values yet reads as zeros. A failing command is reported and returned.
+// Reading: a layer without values yet reads as zeros. A failing command is reported and returned; so are
+// weights that are not one for each vertex, with an error message.
 MStatus getNgMaskWeights(int layerId, MDoubleArray& weights, const MDagPath& shape);
 MStatus getNgDqWeights(int layerId, MDoubleArray& weights, const MDagPath& shape);
 MStatus getNgInfluenceWeights(int layerId, unsigned int influence, MDoubleArray& weights,

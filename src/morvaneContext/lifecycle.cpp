@@ -18,6 +18,18 @@ MString quoted(const char* command, const MString& name)
     return MString(command) + "\"" + name + "\"";
 }
 
+/// For use inside a quoted text of a command: names of layers may hold any character.
+MString escaped(const MString& text)
+{
+    std::string safe;
+    for (const char c : std::string(text.asChar())) {
+        if (c == '"' || c == '\\')
+            safe += '\\';
+        safe += c;
+    }
+    return safe.c_str();
+}
+
 } // namespace
 
 MCallbackId morvaneContext::mayaClosedCallback = 0;
@@ -98,7 +110,7 @@ void morvaneContext::cleanupCustomHotkeys()
 void morvaneContext::setUpHUD()
 {
     runMelOnIdle(MString("if (`headsUpDisplay -ex \"") + morvaneHUD +
-                 "\"`){string $hudLabel = (\"Sculpting On:" + hudDisplayString +
+                 "\"`){string $hudLabel = (\"Sculpting On:" + escaped(hudDisplayString) +
                  "\");headsUpDisplay -e -vis 1 -label $hudLabel \"" + morvaneHUD + "\";}");
 }
 
@@ -108,7 +120,7 @@ void morvaneContext::setHudDisplayString()
                               targetString, ngLayerString,  activeDeformer.hasFn(MFn::kBlendShape)};
     hudDisplayString = modeRow(weightMode).label(parts);
     runMelOnIdle(MString("if (`headsUpDisplay -q -vis \"") + morvaneHUD +
-                 "\"`){string $hudLabel = (\"Sculpting On:" + hudDisplayString +
+                 "\"`){string $hudLabel = (\"Sculpting On:" + escaped(hudDisplayString) +
                  "\");headsUpDisplay -e -label $hudLabel \"" + morvaneHUD + "\";}");
 }
 

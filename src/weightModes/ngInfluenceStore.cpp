@@ -81,6 +81,45 @@ bool hasColumns(const EditRecord& record, const EditedObject& object)
     return has;
 }
 
+/// Whether the object's logical influence indices are positions among its influences, as redistribution and
+/// pastes take them, and every influence was read for the whole shape. Needs hasLayerColumns.
+bool isAddressable(const EditRecord& record, unsigned int index)
+{
+    const std::vector<MDoubleArray>& rows = record.oldAllInfluenceNgWeight[index];
+    for (unsigned int row = 0; row < rows.size(); ++row) {
+        const int logical = record.allInfluenceLogicalIds[index][row];
+        if (logical < 0 || static_cast<std::size_t>(logical) >= rows.size() ||
+            rows[row].length() != rows[0].length() || rows[row].length() == 0)
+            return false;
+    }
+    return true;
+}
+
+/// Says why when an object cannot be edited.
+bool isEditable(const EditRecord& record, const EditedObject& object)
+{
+    if (!hasColumns(record, object))
+        return false;
+    const bool addressable = isAddressable(record, object.index);
+    if (!addressable)
+        refuseObject(object.path, kSparseInfluences);
+    return addressable;
+}
+
+/// A read that failed half-way leaves objects without weights, and then nothing may be nudged either.
+bool everyObjectWasRead(const EditRecord& record)
+{
+    for (const std::vector<MDoubleArray>& rows : record.oldAllInfluenceNgWeight) {
+        for (const MDoubleArray& row : rows) {
+            if (row.length() == 0)
+                return false;
+        }
+        if (rows.empty())
+            return false;
+    }
+    return true;
+}
+
 NgInfluenceWriter writerFor(const EditRecord& record, const EditedObject& object,
                             const std::vector<MDoubleArray>& oldAllWeights)
 {
@@ -183,7 +222,8 @@ std::unique_ptr<WeightProbe> NgInfluenceStore::openProbe(const EditRecord& recor
     const int item = selectionListIndexOf(record.validSel, point.path);
     const auto index = static_cast<unsigned int>(item);
     status = MS::kFailure;
-    if (item < 0 || elements.empty() || !hasLayerColumns(record, index))
+    if (item < 0 || elements.empty() || !hasLayerColumns(record, index) || !isAddressable(record, index) ||
+        !everyObjectWasRead(record))
         return nullptr;
     const auto vertex = static_cast<unsigned int>(elements[0]);
     if (vertex >= editedArray(record, index).length())
@@ -198,7 +238,7 @@ std::unique_ptr<WeightProbe> NgInfluenceStore::openProbe(const EditRecord& recor
 std::unique_ptr<LiveObject> NgInfluenceStore::openLive(const EditRecord& record,
                                                        const EditedObject& object) const
 {
-    return hasColumns(record, object) ? openStroke(record, object, editedArray(record, object.index))
+    return isEditable(record, object) ? openStroke(record, object, editedArray(record, object.index))
                                       : nullptr;
 }
 
@@ -217,7 +257,7 @@ void NgInfluenceStore::completeRecord(EditRecord& record) const
 
 MStatus NgInfluenceStore::redoStroke(const EditRecord& record, const EditedObject& object) const
 {
-    if (!hasColumns(record, object) || object.index >= record.oldInfluenceWeights.size())
+    if (!isEditable(record, object) || object.index >= record.oldInfluenceWeights.size())
         return MS::kSuccess;
     std::unique_ptr<LiveObject> stroke = openStroke(record, object, record.oldInfluenceWeights[object.index]);
     return stroke ? stroke->write(record.offsetValue) : MStatus(MS::kSuccess);
@@ -243,7 +283,8 @@ MStatus NgInfluenceStore::paste(const EditRecord& record, const PasteRecord& pas
 
 void NgInfluenceStore::undoStroke(const EditRecord& record, const EditedObject& object) const
 {
-    if (hasLayerColumns(record, object.index) && object.index < record.oldInfluenceWeights.size())
+    if (hasLayerColumns(record, object.index) && isAddressable(record, object.index) &&
+        object.index < record.oldInfluenceWeights.size())
         setNgInfluenceWeights(record.ngLayerIds[object.index],
                               static_cast<unsigned int>(record.ngInfluenceIds[object.index]),
                               record.oldInfluenceWeights[object.index], object.path);
@@ -281,7 +322,7 @@ bool NgInfluenceStore::fillPaste(const PasteJob& job, PasteRecord& pasted) const
 {
     const unsigned int target = job.object.index;
     pasted.pasteNgAllInfluenceWeights = job.target.oldAllInfluenceNgWeight;
-    if (!hasColumns(job.target, job.object))
+    if (!isEditable(job.target, job.object))
         return false;
     std::vector<MDoubleArray> weights = job.target.oldAllInfluenceNgWeight[target];
     for (std::size_t point = 0; point < job.match.objects.size(); ++point) {

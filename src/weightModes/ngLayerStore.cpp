@@ -78,6 +78,16 @@ bool hasColumns(const EditRecord& record, const EditedObject& object)
     return has;
 }
 
+/// A read that failed half-way leaves objects without weights, and then nothing may be nudged either.
+bool everyObjectWasRead(const EditRecord& record)
+{
+    for (const MDoubleArray& weights : record.oldNgWeights) {
+        if (weights.length() == 0)
+            return false;
+    }
+    return true;
+}
+
 } // namespace
 
 SelectionRule NgLayerStore::resolve(morvaneContext& context) const
@@ -126,7 +136,7 @@ std::unique_ptr<WeightProbe> NgLayerStore::openProbe(const EditRecord& record, c
     const auto index = static_cast<unsigned int>(item);
     status = MS::kFailure;
     if (item < 0 || elements.empty() || index >= record.ngLayerIds.length() ||
-        index >= record.oldNgWeights.size())
+        index >= record.oldNgWeights.size() || !everyObjectWasRead(record))
         return nullptr;
     const auto vertex = static_cast<unsigned int>(elements[0]);
     const MDoubleArray& old = record.oldNgWeights[index];
