@@ -6,7 +6,7 @@ std::string DagNode::fullPath() const
 {
     std::string path;
     for (const DagNode* step = this; step; step = step->parentNode)
-        path = "|" + step->name() + path;
+        path.insert(0, step->name()).insert(0, 1, '|');
     return path;
 }
 
@@ -19,7 +19,7 @@ std::string DagNode::partialPath() const
     while (graph().findAll(path).size() > 1) {
         if (!above)
             return "|" + path;
-        path = above->name() + "|" + path;
+        path.insert(0, 1, '|').insert(0, above->name());
         above = above->parentNode;
     }
     return path;

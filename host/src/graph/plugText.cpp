@@ -32,7 +32,7 @@ std::string Plug::attributePath(bool longNames) const
             if (step != definition || index != kNoIndex)
                 part += indexText(index);
         }
-        path = part + path;
+        path.insert(0, part);
     }
     return path;
 }

@@ -145,6 +145,7 @@ std::string Args::textOr(const std::string& flag, const std::string& otherwise) 
 std::vector<std::string> Args::texts(const std::string& flag) const
 {
     std::vector<std::string> result;
+    result.reserve(static_cast<std::size_t>(uses(flag)));
     for (int which = 0; which < uses(flag); ++which)
         result.push_back(text(flag, 0, which));
     return result;

@@ -27,7 +27,7 @@ VariableSlot Parser::declare(const std::string& name, bool isGlobal)
     const auto found = innermost.find(name);
     if (found != innermost.end() && found->second.isGlobal == isGlobal)
         return found->second;
-    const VariableSlot slot{name, isGlobal, isGlobal ? 0 : scope->cellCount++};
+    VariableSlot slot{name, isGlobal, isGlobal ? 0 : scope->cellCount++};
     innermost[name] = slot;
     return slot;
 }

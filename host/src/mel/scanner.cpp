@@ -1,6 +1,7 @@
 #include "mel/scanner.h"
 
 #include "mel/scriptError.h"
+#include "types/characters.h"
 
 #include <charconv>
 #include <limits>
@@ -14,28 +15,9 @@ bool isDigit(char c)
     return c >= '0' && c <= '9';
 }
 
-bool isBlank(char c)
-{
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v';
-}
-
 bool isBareWordPart(char c)
 {
     return isIdentifierPart(c) || c == '|' || c == ':' || c == '.' || c == '*' || c == '?' || c == '#';
-}
-
-char escaped(char c)
-{
-    switch (c) {
-    case 'n':
-        return '\n';
-    case 't':
-        return '\t';
-    case 'r':
-        return '\r';
-    default:
-        return c;
-    }
 }
 
 } // namespace
@@ -223,7 +205,7 @@ std::string Scanner::quoted()
         const bool joinsLines = text.compare(at + 1, 2, "\r\n") == 0;
         ++at;
         if (text[at] != '\n' && !joinsLines)
-            result += escaped(text[at]);
+            result += unescaped(text[at]);
         at += joinsLines ? 1 : 0;
         advance();
     }

@@ -1,4 +1,5 @@
 #include "mel/value.h"
+#include "types/characters.h"
 #include "types/error.h"
 
 #include <array>
@@ -50,11 +51,6 @@ std::string matrixLines(const Matrix& matrix)
         text += '\n';
     }
     return text;
-}
-
-bool isBlank(char c)
-{
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v';
 }
 
 } // namespace

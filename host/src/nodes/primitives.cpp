@@ -81,6 +81,62 @@ void addCap(Builder& build, int outer, int count, double radius, double y, int r
     }
 }
 
+/// A box as a belt, which is rows of sx + 1 vertices along x going once around the x axis (front, top, back,
+/// bottom), and two sides.
+struct CubeGrid {
+    Imath::V3d size;
+    int sx, sy, sz; ///< quads along each axis
+
+    int rows() const { return 2 * (sy + sz); }
+
+    /// y and z of a row of the belt.
+    std::pair<double, double> beltPosition(int row) const
+    {
+        const Imath::V3d half = size * 0.5;
+        if (row <= sy)
+            return {-half.y + size.y * row / sy, half.z};
+        if (row <= sy + sz)
+            return {half.y, half.z - size.z * (row - sy) / sz};
+        if (row <= 2 * sy + sz)
+            return {half.y - size.y * (row - sy - sz) / sy, -half.z};
+        return {-half.y, -half.z + size.z * (row - 2 * sy - sz) / sz};
+    }
+
+    /// The belt's row at the border of a side at y step j, z step k (from the front); -1 inside.
+    int borderRow(int j, int k) const
+    {
+        if (k == 0)
+            return j;
+        if (k == sz)
+            return 2 * sy + sz - j;
+        if (j == sy)
+            return sy + k;
+        return j == 0 ? rows() - k : -1;
+    }
+
+    void addSide(Builder& build, bool right) const
+    {
+        const Imath::V3d half = size * 0.5;
+        std::vector<std::vector<int>> cells(static_cast<std::size_t>(sy) + 1); // [j][k]
+        for (int j = 0; j <= sy; ++j)
+            for (int k = 0; k <= sz; ++k) {
+                const int border = borderRow(j, k);
+                const Imath::V3d inside(right ? half.x : -half.x, -half.y + size.y * j / sy,
+                                        half.z - size.z * k / sz);
+                cells[static_cast<std::size_t>(j)].push_back(
+                    border < 0 ? build.point(inside) : border * (sx + 1) + (right ? sx : 0));
+            }
+        for (std::size_t j = 0; j + 1 < cells.size(); ++j)
+            for (std::size_t k = 0; k + 1 < cells[j].size(); ++k) {
+                const int a = cells[j][k], b = cells[j][k + 1], c = cells[j + 1][k + 1], d = cells[j + 1][k];
+                if (right)
+                    build.quad(a, b, c, d);
+                else
+                    build.quad(b, a, d, c);
+            }
+    }
+};
+
 } // namespace
 
 std::shared_ptr<MeshData> meshFromFaces(Points points, std::vector<int> faceCounts,
@@ -136,59 +192,20 @@ std::shared_ptr<MeshData> planeMesh(double width, double height, int sx, int sy)
 std::shared_ptr<MeshData> cubeMesh(const Imath::V3d& size, int sx, int sy, int sz)
 {
     Builder build;
-    const Imath::V3d half = size * 0.5;
+    const CubeGrid grid{size, sx, sy, sz};
     const int row = sx + 1;
-    const int rows = 2 * (sy + sz);
-    // The belt: each row of sx + 1 vertices along x, going once around the x axis.
-    for (int r = 0; r < rows; ++r) {
-        double y, z;
-        if (r <= sy) {
-            y = -half.y + size.y * r / sy, z = half.z;
-        } else if (r <= sy + sz) {
-            y = half.y, z = half.z - size.z * (r - sy) / sz;
-        } else if (r <= 2 * sy + sz) {
-            y = half.y - size.y * (r - sy - sz) / sy, z = -half.z;
-        } else {
-            y = -half.y, z = -half.z + size.z * (r - 2 * sy - sz) / sz;
-        }
+    for (int r = 0; r < grid.rows(); ++r) {
+        const auto [y, z] = grid.beltPosition(r);
         for (int i = 0; i <= sx; ++i)
-            build.points.emplace_back(-half.x + size.x * i / sx, y, z);
+            build.points.emplace_back(-size.x * 0.5 + size.x * i / sx, y, z);
     }
-    for (int r = 0; r < rows; ++r)
+    for (int r = 0; r < grid.rows(); ++r)
         for (int i = 0; i < sx; ++i) {
-            const int low = r * row + i, high = (r + 1) % rows * row + i;
+            const int low = r * row + i, high = (r + 1) % grid.rows() * row + i;
             build.quad(low, low + 1, high + 1, high);
         }
-    // The sides: a grid over y (j) and z from the back (k); its border is the belt's.
-    for (const bool right : {true, false}) {
-        std::vector<int> grid(static_cast<std::size_t>((sy + 1) * (sz + 1)));
-        const auto cell = [&](int j, int k) -> int& {
-            return grid[static_cast<std::size_t>(j * (sz + 1) + k)];
-        };
-        const int column = right ? sx : 0;
-        for (int j = 0; j <= sy; ++j)
-            for (int k = 0; k <= sz; ++k) {
-                if (k == 0)
-                    cell(j, k) = j * row + column; // front
-                else if (k == sz)
-                    cell(j, k) = (2 * sy + sz - j) * row + column; // back
-                else if (j == sy)
-                    cell(j, k) = (sy + k) * row + column; // top
-                else if (j == 0)
-                    cell(j, k) = (rows - k) * row + column; // bottom
-                else
-                    cell(j, k) = build.point(
-                        {right ? half.x : -half.x, -half.y + size.y * j / sy, half.z - size.z * k / sz});
-            }
-        for (int j = 0; j < sy; ++j)
-            for (int k = 0; k < sz; ++k) {
-                const int a = cell(j, k), b = cell(j, k + 1), c = cell(j + 1, k + 1), d = cell(j + 1, k);
-                if (right)
-                    build.quad(a, b, c, d);
-                else
-                    build.quad(b, a, d, c);
-            }
-    }
+    grid.addSide(build, true);
+    grid.addSide(build, false);
     return build.take();
 }
 

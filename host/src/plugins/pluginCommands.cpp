@@ -12,7 +12,6 @@ namespace host {
 namespace {
 
 using mel::Args;
-using mel::ArgType;
 using mel::CommandSpec;
 using mel::StringArray;
 using mel::Value;

@@ -1,5 +1,6 @@
 #include "scene/maTokenizer.h"
 
+#include "types/characters.h"
 #include "types/error.h"
 
 #include <algorithm>
@@ -11,28 +12,9 @@ namespace {
 
 constexpr std::size_t kChunk = std::size_t{1} << 20;
 
-bool isBlank(char c)
-{
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v';
-}
-
 bool endsBareWord(char c)
 {
     return isBlank(c) || c == '"' || c == '(' || c == ')' || c == '{' || c == '}' || c == ',' || c == ';';
-}
-
-char unescaped(char c)
-{
-    switch (c) {
-    case 'n':
-        return '\n';
-    case 't':
-        return '\t';
-    case 'r':
-        return '\r';
-    default:
-        return c;
-    }
 }
 
 } // namespace

@@ -208,7 +208,9 @@ std::string maPath(const Plug& plug, bool inConnection)
             if (index != Plug::kNoIndex)
                 part += "[" + std::to_string(index) + "]";
         }
-        path = path.empty() ? part : part + "." + path;
+        if (!path.empty())
+            part.append(1, '.').append(path);
+        path = std::move(part);
     }
     return path;
 }

@@ -55,7 +55,7 @@ void HotkeySets::remove(const std::string& set)
     if (set == kDefault)
         throw Error("Hotkey set '" + set + "' is locked and cannot be deleted.");
     // The name may be the very string that is about to be erased.
-    const std::string name = set;
+    const std::string name = set; // NOLINT(performance-unnecessary-copy-initialization): see above
     if (currentSet == name)
         currentSet = kDefault;
     sets.erase(name);

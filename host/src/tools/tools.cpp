@@ -119,7 +119,8 @@ void Tools::setCurrent(const std::string& name)
     MPxContext* next = findContext(name);
     if (!next)
         throw Error("Tool '" + name + "' does not exist.");
-    const std::string nextName = name;
+    // Leaving a tool runs its code, and that may free the text behind `name`.
+    const std::string nextName = name; // NOLINT(performance-unnecessary-copy-initialization): see above
     state->last.button = 0;
     if (MPxContext* previous = findContext(currentName))
         leave(*previous);

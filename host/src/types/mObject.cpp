@@ -43,8 +43,8 @@ MObject::~MObject()
 
 MObject& MObject::operator=(const MObject& other)
 {
-    retain(other.ptr);
-    release(std::exchange(ptr, other.ptr));
+    MObject copy(other);
+    std::swap(ptr, copy.ptr);
     return *this;
 }
 

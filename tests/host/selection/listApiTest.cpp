@@ -179,7 +179,10 @@ TEST_F(ListApi, ComponentsKeepElementsAndWeightsInStep)
     EXPECT_EQ(size, 3);
     MObject same = vertices({2, 1, 0});
     EXPECT_TRUE(set.isEqual(same));
+}
 
+TEST_F(ListApi, ComponentsOfSeveralIndicesKeepTheirOrder)
+{
     MFnTripleIndexedComponent lattice;
     lattice.create(MFn::kLatticeComponent);
     lattice.setCompleteData(2, 1, 2);
@@ -199,6 +202,7 @@ TEST_F(ListApi, ComponentsKeepElementsAndWeightsInStep)
     EXPECT_EQ(surface.getElement(0, first, second), MS::kSuccess);
     EXPECT_EQ(first * 10 + second, 12);
     EXPECT_EQ(surface.getElement(1, first, second), MS::kInvalidParameter);
+    MStatus status;
     EXPECT_EQ(MFnSingleIndexedComponent(surface.object(), &status).elementCount(), 0);
     EXPECT_NE(status, MS::kSuccess);
 }

@@ -29,6 +29,26 @@ public:
         connect("x.sum", "h.extra");
     }
 
+    /// Makes an edit, undoes and redoes it twice, and leaves it undone.
+    void takeBackAndAgain(const std::string& what, const std::function<void()>& edit)
+    {
+        const std::string before = describe();
+        {
+            const UndoQueue::CommandScope scope(undo, what);
+            edit();
+        }
+        const std::string after = describe();
+        ASSERT_NE(after, before);
+        ASSERT_EQ(undo.undoName(), what);
+        for (int round = 0; round < 2; ++round) {
+            undo.undo();
+            ASSERT_EQ(describe(), before);
+            undo.redo();
+            ASSERT_EQ(describe(), after);
+        }
+        undo.undo();
+    }
+
     Edits& edits;
     UndoQueue& undo;
 };
@@ -85,21 +105,7 @@ TEST_F(EditsTest, EveryEditIsTakenBackAndTakenAgainExactly)
     };
     for (const auto& row : kRows) {
         SCOPED_TRACE(row.what);
-        const std::string before = describe();
-        {
-            const UndoQueue::CommandScope scope(undo, row.what);
-            row.edit();
-        }
-        const std::string after = describe();
-        ASSERT_NE(after, before);
-        ASSERT_EQ(undo.undoName(), row.what);
-        for (int round = 0; round < 2; ++round) {
-            undo.undo();
-            ASSERT_EQ(describe(), before);
-            undo.redo();
-            ASSERT_EQ(describe(), after);
-        }
-        undo.undo();
+        ASSERT_NO_FATAL_FAILURE(takeBackAndAgain(row.what, row.edit));
     }
 }
 

@@ -304,9 +304,7 @@ Value listHistory(Session& session, const Args& args)
     return names;
 }
 
-} // namespace
-
-void registerListCommands(mel::CommandRegistry& registry)
+void registerLs(mel::CommandRegistry& registry)
 {
     registry.add(CommandSpec("ls")
                      .flag("sl", "selection")
@@ -333,6 +331,13 @@ void registerListCommands(mel::CommandRegistry& registry)
                      .flag("uid", "uuid")
                      .objects(0),
                  ls);
+}
+
+} // namespace
+
+void registerListCommands(mel::CommandRegistry& registry)
+{
+    registerLs(registry);
     registry.add(CommandSpec("listRelatives")
                      .flag("c", "children")
                      .flag("p", "parent")

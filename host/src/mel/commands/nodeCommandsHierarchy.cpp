@@ -129,12 +129,12 @@ void writeTree(std::string& text, const DagNode& node, const std::string& name, 
     text += "createNode " + node.type().name + " -n " + maQuoted(name);
     text += parentName.empty() ? ";\n" : " -p " + maQuoted(parentName) + ";\n";
     MaNodeWriter(text, node, SceneUnits()).write();
+    const std::string path = parentName + "|" + name;
     for (const Ref<DagNode>& child : node.children()) {
         if (child->isIntermediate())
             continue;
         const bool customary = child->isShape() && child->name() == customaryShapeName(node.name());
-        writeTree(text, *child, customary ? customaryShapeName(name) : child->name(),
-                  parentName + "|" + name);
+        writeTree(text, *child, customary ? customaryShapeName(name) : child->name(), path);
     }
 }
 

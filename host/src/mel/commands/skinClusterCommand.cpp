@@ -72,6 +72,7 @@ std::vector<Bone> bonesOf(const DagNode& joint)
 std::vector<std::vector<Bone>> bonesOf(const std::vector<DagNode*>& joints)
 {
     std::vector<std::vector<Bone>> bones;
+    bones.reserve(joints.size());
     for (const DagNode* joint : joints)
         bones.push_back(bonesOf(*joint));
     return bones;
