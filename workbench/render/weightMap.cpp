@@ -32,7 +32,7 @@ std::string ask(host::Session& session, const char* flag)
 Plug geometryInput(Node& node, std::uint32_t geometry)
 {
     if (node.findAttribute("inputGeometry")) {
-        const Plug input = node.plug("inputGeometry");
+        Plug input = node.plug("inputGeometry");
         // Of a deformer it is a child of the array "input".
         if (!input.attribute()->parent)
             return input;

@@ -53,8 +53,8 @@ struct Bone {
     }
 };
 
-/// The bones of one influence: to each child joint. The last joint of a chain has a bone that goes on as the one
-/// before it does; without it the points beyond would be as near to that one.
+/// The bones of one influence: to each child joint. The last joint of a chain has a bone that goes on as the
+/// one before it does; without it the points beyond would be as near to that one.
 std::vector<Bone> bonesOf(const DagNode& joint)
 {
     const V3d from = worldMatrix(joint).translation();
