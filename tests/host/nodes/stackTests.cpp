@@ -5,6 +5,7 @@
 #include "support/hostFixture.h"
 
 #include <algorithm>
+#include <cstdio>
 
 namespace {
 
@@ -89,6 +90,41 @@ TEST_F(Stack, FiveDeformersActInTheOrderInWhichTheyWereMade)
                 found.push_back(node->type().name);
         EXPECT_EQ(found, types);
     } while (std::next_permutation(order.begin(), order.end()));
+}
+
+TEST_F(Stack, ASavedStackOpensWithTheSamePoints)
+{
+    mel("polyPlane -n sheet -w 1 -h 1 -sx 2 -sy 2; polyPlane -n target -w 1 -h 1 -sx 2 -sy 2;"
+        "move -r 0 1 0 target.vtx[3]; select -cl; joint -n hip; blendShape -w 0 0.5 target sheet; delete "
+        "target;"
+        "softMod -frd 1 -n soft sheet; setAttr softHandle.translateX 2; lattice -n cage -dv 3 2 2 -oc 1 "
+        "sheet;"
+        "move -r 0 1 0 cageLattice.pt[1][1][0]; select cageLattice.pt[2][0:1][0:1]; cluster -n clu;"
+        "setAttr cluHandle.translateZ 1; skinCluster -tsb -n skin hip sheet; setAttr hip.rotateX 30;"
+        "maskedOffset -n shift -o 0 0 1 sheet; setAttr shift.maskList[0].mask[2] 0.5");
+    const host::Points before = points("sheetShape");
+    const std::string path = ::testing::TempDir() + "stackTest.ma";
+    mel("file -rename \"" + path + "\"; file -save -type mayaAscii; file -f -new; file -f -open \"" + path +
+        "\"");
+    const host::Points after = points("sheetShape");
+    ASSERT_EQ(after.size(), before.size());
+    for (std::size_t i = 0; i < before.size(); ++i)
+        EXPECT_LE((after[i] - before[i]).length(), 1e-9 * (1.0 + before[i].length()))
+            << i << after[i] << before[i];
+    std::remove(path.c_str());
+}
+
+TEST_F(Stack, ALatticeIsBoundToJointsAndCarriesItsMesh)
+{
+    mel("polyCube -n box -w 2 -h 2 -d 2; lattice -n cage -dv 2 2 2 -oc 1 box;"
+        "select -cl; joint -n hip; skinCluster -tsb -n skin hip cageLattice");
+    const host::Points before = points("boxShape");
+    mel("setAttr hip.rotateZ 90; setAttr hip.translateX 3");
+    const host::Points after = points("boxShape");
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        const V3d expected(3 - before[i].y, before[i].x, before[i].z);
+        EXPECT_LE((after[i] - expected).length(), 1e-9 * expected.length()) << i << after[i];
+    }
 }
 
 TEST_F(Stack, CurvesAndSurfacesAreBoundByClusterAndSkin)
