@@ -5,7 +5,7 @@
 #include <maya/MArgList.h>
 #include <maya/MDoubleArray.h>
 
-#include <cstdlib>
+#include <charconv>
 #include <stdexcept>
 #include <string>
 
@@ -79,12 +79,15 @@ std::vector<double> parseValues(const MString& text, unsigned int vertexCount)
     std::vector<double> values;
     values.reserve(vertexCount);
     const char* next = text.asChar();
-    while (*next != '\0') {
-        char* end = nullptr;
-        values.push_back(std::strtod(next, &end));
-        if (end == next || (*end != ',' && *end != '\0') || (*end == ',' && end[1] == '\0'))
+    const char* const last = next + text.length();
+    while (next != last) {
+        double value = 0.0;
+        const std::from_chars_result read = std::from_chars(next, last, value);
+        const bool more = read.ptr != last && *read.ptr == ',';
+        if (read.ec != std::errc() || (!more && read.ptr != last) || (more && read.ptr + 1 == last))
             throw std::runtime_error("the weights are no list of numbers");
-        next = *end == ',' ? end + 1 : end;
+        values.push_back(value);
+        next = more ? read.ptr + 1 : read.ptr;
     }
     if (values.size() != vertexCount)
         throw std::runtime_error("there are " + std::to_string(values.size()) + " weights for " +

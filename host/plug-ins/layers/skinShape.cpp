@@ -47,6 +47,17 @@ MObject skinOf(const MDagPath& path)
     throw std::runtime_error("it has no skin");
 }
 
+/// Counted on the shape that goes into the skin: counting on the skinned one would deform it, at every call.
+unsigned int vertexCount(const MObject& skin, const MDagPath& path)
+{
+    const MFnSkinCluster filter(skin);
+    const MObject input = filter.inputShapeAtIndex(filter.indexForOutputShape(path.node()));
+    MDagPath before;
+    if (input.isNull() || !MDagPath::getAPathTo(input, before))
+        throw std::runtime_error("its skin has no input");
+    return static_cast<unsigned int>(MItGeometry(before).count());
+}
+
 MObject wholeShape(const MDagPath& path, unsigned int count)
 {
     MFnSingleIndexedComponent vertices;
@@ -119,7 +130,7 @@ SkinShape skinShape(const MDagPath& path)
     SkinShape shape;
     shape.path = path;
     shape.skin = skinOf(path);
-    shape.vertexCount = static_cast<unsigned int>(MItGeometry(path).count());
+    shape.vertexCount = vertexCount(shape.skin, path);
     shape.allVertices = wholeShape(path, shape.vertexCount);
     const MFnSkinCluster skin(shape.skin);
     MDagPathArray influences;
