@@ -11,6 +11,11 @@ struct Case {
     const char* deletion;
 };
 
+void PrintTo(const Case& which, std::ostream* out)
+{
+    *out << which.mode << ": " << which.deletion;
+}
+
 class Deletion : public ToolTest, public ::testing::WithParamInterface<Case> {
 public:
     void SetUp() override

@@ -89,7 +89,8 @@ public:
             x = to[0] - lowPixel.x;
             y = to[1] - lowPixel.y;
         }
-        return (x * dx + y * dy) / (x * x + y * y);
+        const double length = std::sqrt(x * x + y * y);
+        return (x * dx + y * dy) / length / length;
     }
 
     /// low + (high - low) / span, as pixels: a one-point curve is drawn there for the question.

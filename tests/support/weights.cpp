@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <fstream>
 #include <iterator>
+#include <unistd.h>
 
 namespace testing_support {
 
@@ -57,7 +58,7 @@ std::map<int, double> selectedFalloff(host::Session& session, const std::string&
 
 std::string sceneText(host::Session& session)
 {
-    const std::string path = ::testing::TempDir() + "sceneText.ma";
+    const std::string path = ::testing::TempDir() + "sceneText" + std::to_string(getpid()) + ".ma";
     session.mel().execute("file -force -type \"mayaAscii\" -exportAll \"" + path + "\"");
     std::ifstream file(path, std::ios::binary);
     std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
