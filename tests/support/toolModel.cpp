@@ -177,9 +177,8 @@ std::vector<std::pair<std::size_t, std::size_t>> ToolModel::match(const Piece& t
         std::size_t position = 0;
         for (std::size_t p = 0; p < copied.size(); ++p)
             for (std::size_t k = 0; k < copied[p].vertices.size(); ++k) {
-                const std::vector<double>& to =
-                    restPoints[static_cast<std::size_t>(copied[p].mesh)]
-                              [static_cast<std::size_t>(copied[p].vertices[k])];
+                const std::vector<double>& to = restPoints[static_cast<std::size_t>(copied[p].mesh)]
+                                                          [static_cast<std::size_t>(copied[p].vertices[k])];
                 const double x = from[0] - to[0], y = from[1] - to[1], z = from[2] - to[2];
                 const double distance = std::sqrt(x * x + y * y + z * z);
                 if (distance < best) {

@@ -39,8 +39,8 @@ public:
     std::vector<Rows> restPoints; ///< per mesh
     std::size_t influence = 0;    ///< the column that strokes on skins edit
 
-    /// A stroke that ended at this offset; 0 writes nothing. `before` is the selection of the press, which the
-    /// press may have changed.
+    /// A stroke that ended at this offset; 0 writes nothing. `before` is the selection of the press, which
+    /// the press may have changed.
     void stroke(const Pieces& pieces, double offset, const Selection& before);
     void select(const Selection& after);
     void copy(const Pieces& pieces);
