@@ -2,10 +2,9 @@
 #include "nodes/families.h"
 
 #include "graph/node.h"
-#include "graph/numericArray.h"
-#include "nodes/filterInput.h"
 #include "nodes/handleMotion.h"
 #include "nodes/transformMatrix.h"
+#include "nodes/weightedMembers.h"
 
 namespace host {
 
@@ -23,14 +22,8 @@ void deformByCluster(Node& node, FilterInput& input)
 {
     const GeometryFrame frame(node.plug("geomMatrix").element(input.index).matrix());
     const Imath::M44d motion = frame.to * handleMotion(node, node.plug("clusterXforms")) * frame.from;
-    const NumericArray* weights = filterWeights(node, input.index);
-    forEachMember(input, [&](std::size_t first, std::size_t end) {
-        for (std::size_t member = first; member < end; ++member) {
-            const std::size_t id = input.point(member);
-            const double weight = weights ? weights->get(static_cast<std::uint32_t>(id)) : 1.0;
-            Imath::V3d& point = (*input.points)[id];
-            point += input.envelope * weight * (transformed(point, motion) - point);
-        }
+    moveMembers(node, input, [&](Imath::V3d& point, double share) {
+        point += share * (transformed(point, motion) - point);
     });
 }
 

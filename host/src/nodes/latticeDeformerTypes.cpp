@@ -2,10 +2,9 @@
 #include "nodes/families.h"
 
 #include "graph/node.h"
-#include "graph/numericArray.h"
 #include "nodes/filterAccess.h"
-#include "nodes/filterInput.h"
 #include "nodes/latticeDeformer.h"
+#include "nodes/weightedMembers.h"
 #include "types/error.h"
 
 namespace host {
@@ -37,15 +36,9 @@ void deformByLattice(Node& node, FilterInput& input)
     const Imath::M44d toBase = world * node.plug("baseLatticeMatrix").matrix().inverse();
     const Imath::M44d fromLattice = node.plug("deformedLatticeMatrix").matrix() * world.inverse();
     const FreeForm deformation(lattice);
-    const NumericArray* weights = filterWeights(node, input.index);
-    forEachMember(input, [&](std::size_t first, std::size_t end) {
-        for (std::size_t member = first; member < end; ++member) {
-            const std::size_t id = input.point(member);
-            const double weight = weights ? weights->get(static_cast<std::uint32_t>(id)) : 1.0;
-            Imath::V3d& point = (*input.points)[id];
-            if (const auto moved = deformation.at(transformed(point, toBase)))
-                point += input.envelope * weight * (transformed(*moved, fromLattice) - point);
-        }
+    moveMembers(node, input, [&](Imath::V3d& point, double share) {
+        if (const auto moved = deformation.at(transformed(point, toBase)))
+            point += share * (transformed(*moved, fromLattice) - point);
     });
 }
 
