@@ -21,9 +21,11 @@ struct SceneCase {
     std::string file;
     const char* mesh;
     const char* deformer;
-    const char* influence; ///< null: a cluster, sculpted in mode default
-    const char* setUp;     ///< MEL: a pose in which the influence shows
-    double radius;         ///< of the soft selection
+    const char* influence;                        ///< null: no skin, one number per vertex
+    const char* setUp;                            ///< MEL: a pose in which the influence shows
+    double radius;                                ///< of the soft selection
+    const char* flags = "-weightMode default";    ///< where there is no influence: the mode
+    const char* array = ".weightList[0].weights"; ///< and where it keeps its weights
 };
 
 std::ostream& operator<<(std::ostream& out, const SceneCase& scene)
@@ -46,6 +48,16 @@ std::vector<SceneCase> sceneCases()
                      "setAttr jnt_out_09.rotate -type double3 25 15 -20;"
                      "setAttr jnt_out_09.translateY 3",
                      4.0});
+    cases.push_back(
+        {"target", maya + "gltf_CubeTwoTargets.ma", "pCube1", "blendShape1", nullptr,
+         "int $v; for ($v = 0; $v < 8; ++$v)"
+         " setAttr (\"blendShape1.inputTarget[0].inputTargetGroup[1].targetWeights[\" + $v + \"]\") 0.5",
+         1.5, "-weightMode blendShapeTarget -target pCube2",
+         ".inputTarget[0].inputTargetGroup[1].targetWeights"});
+    cases.push_back({"base", maya + "gltf_CubeTwoTargets.ma", "pCube1", "blendShape1", nullptr,
+                     "int $v; for ($v = 0; $v < 8; ++$v)"
+                     " setAttr (\"blendShape1.inputTarget[0].baseWeights[\" + $v + \"]\") 0.5",
+                     1.5, "-weightMode blendShapeBase", ".inputTarget[0].baseWeights"});
 #endif
     return cases;
 }
@@ -79,7 +91,8 @@ public:
             ASSERT_LT(edited, influences.size());
             edit(std::string("-weightMode skinCluster -influence ") + scene.influence);
         } else {
-            edit("-weightMode default -deformer " + deformer);
+            edit("-deformer " + deformer);
+            edit(scene.flags);
         }
         // A redo is clamped as the settings say, a live stroke on a skin always to 0..1: here both agree.
         edit("-clampMin true -clampMax true -weightMin 0 -weightMax 1");
@@ -92,8 +105,9 @@ public:
         if (scene.influence)
             return skinWeights(session, deformer, count, columns);
         Rows rows;
-        for (const double weight : defaultWeights(session, deformer, count))
-            rows.push_back({weight});
+        const host::Plug array = session.graph().plug(deformer + scene.array);
+        for (int vertex = 0; vertex < count; ++vertex)
+            rows.push_back({array.element(static_cast<unsigned>(vertex)).number()});
         return rows;
     }
     std::string component(int vertex)
@@ -106,8 +120,7 @@ public:
             mel(std::string("skinPercent -tv ") + scene.influence + " " + exact(value) + " " + deformer +
                 " " + component(vertex));
         else
-            mel("setAttr " + deformer + ".weightList[0].weights[" + std::to_string(vertex) + "] " +
-                exact(value));
+            mel("setAttr " + deformer + scene.array + "[" + std::to_string(vertex) + "] " + exact(value));
     }
 
     /// Object-space points of a vertex with its weight a little lower and a little higher.
