@@ -67,8 +67,9 @@ void RandomTool::stroke()
     }
     const ToolModel::Pieces edited = piecesOf(model.selection);
     const double reach = way.length() * (fraction() * 1.6 - 0.8);
-    Imath::V2d drag(std::round(way.x / way.length() * reach) + below(7),
-                    std::round(way.y / way.length() * reach) - below(7));
+    const int aside = below(7), down = below(7); // one by one: every compiler draws them in this order
+    Imath::V2d drag(std::round(way.x / way.length() * reach) + aside,
+                    std::round(way.y / way.length() * reach) - down);
     double offset = (way ^ drag) / way.length() / way.length() / (control ? 10 : 1);
     // Where probing costs no rounding, some strokes return to where they began.
     if (offset == 0 || (below(8) == 0 && model.settings.mode == "skinCluster"))
@@ -129,7 +130,8 @@ void RandomTool::selectByScript()
     std::string text;
     for (const int mesh : {0, 1}) {
         std::set<int> vertices;
-        for (int many = below(5) * (mesh == 0 ? 1 : below(2)); many > 0; --many)
+        const int most = below(5), times = mesh == 0 ? 1 : below(2);
+        for (int many = most * times; many > 0; --many)
             vertices.insert(below(kVertices));
         if (vertices.empty())
             continue;

@@ -140,6 +140,9 @@ void ToolModel::restore(const Entry& entry)
 {
     for (std::size_t p = 0; p < entry.pieces.size(); ++p) {
         const Piece& piece = entry.pieces[p];
+        // What a paste refused it leaves alone, its undo too.
+        if (entry.kind == Entry::kPaste && entry.compatible && entry.pasted[p].empty())
+            continue;
         for (std::size_t k = 0; k < piece.vertices.size(); ++k) {
             const auto v = static_cast<std::size_t>(piece.vertices[k]);
             if (entry.settings.mode == "skinCluster")
@@ -221,6 +224,7 @@ void ToolModel::paste(const Pieces& pieces)
     entry.kind = Entry::kPaste;
     entry.settings = settings;
     entry.pieces = pieces;
+    entry.compatible = settings.mode != "skinCluster" || copiedMode == "skinCluster";
     readOld(entry);
     for (std::size_t p = 0; p < pieces.size(); ++p)
         entry.pasted.push_back(pastedValues(pieces[p], p));

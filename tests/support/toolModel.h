@@ -62,7 +62,8 @@ private:
         double offset = 0;
         std::vector<std::vector<double>> old; ///< per piece
         std::vector<Rows> oldRows;
-        std::vector<std::vector<double>> pasted; ///< per piece; empty: refused
+        std::vector<std::vector<double>> pasted; ///< per piece; empty: nothing was written
+        bool compatible = true; ///< a paste of a copy that goes with the mode: an empty piece was refused
         bool selects = false;
         Selection before, after;
     };
