@@ -115,11 +115,11 @@ void setSkinWeights(Node& skin, const SkinInfluences& influences, const SkinWeig
     for (const std::uint32_t influence : change.influences)
         listed[influence] = true;
     WeightRows& rows = weightList.makeRows();
-    Row before(influences.count());
+    Row before(influences.count()), after; // one of each for all points
     for (std::size_t vertex = 0; vertex < change.points.size(); ++vertex) {
         const double* values = change.values.data() + (perPoint ? vertex * count : 0);
         readRow(&rows, influences, change.points[vertex], before.data());
-        Row after = before;
+        after = before;
         for (std::size_t i = 0; i < count; ++i)
             after[change.influences[i]] = values[i];
         if (normalize)

@@ -127,6 +127,17 @@ TEST_F(DeformerCommands, ClusterMovesOnlyItsMembersAndItsSetKnowsThem)
     EXPECT_EQ(Api::node(filter.inputShapeAtIndex(0))->isIntermediate(), true);
 }
 
+TEST_F(DeformerCommands, APointOfADeformedShapeCanStillBeMovedAndTheMoveUndone)
+{
+    mel("polyPlane -n sheet; cluster -n lift sheet; setAttr liftHandle.translateY 1");
+    const double before = melFloats("pointPosition sheet.vtx[5]")[1];
+    mel("move -r 0 2 0 sheet.vtx[5]");
+    EXPECT_NEAR(melFloats("pointPosition sheet.vtx[5]")[1], before + 2, 1e-6);
+    EXPECT_NEAR(melFloats("pointPosition sheet.vtx[6]")[1], before, 1e-9);
+    mel("undo");
+    EXPECT_EQ(melFloats("pointPosition sheet.vtx[5]")[1], before);
+}
+
 TEST_F(DeformerCommands, SetFunctionsAddAskAndClearBothSetMembersAndDeformedPoints)
 {
     mel("polyPlane -n body -sx 2 -sy 1; select body.vtx[1]; cluster; setAttr cluster1Handle.ty 1;"

@@ -3,6 +3,7 @@
 #include "mel/commands/geometryCommands.h"
 
 #include "mel/command.h"
+#include "mel/commands/nodeCommands.h"
 #include "nodes/primitives.h"
 #include "session.h"
 #include "types/error.h"
@@ -24,14 +25,6 @@ using mel::Value;
 
 const std::vector<ArgType> kThree{ArgType::kFloat, ArgType::kFloat, ArgType::kFloat};
 
-/// "body" -> "bodyShape", "pPlane3" -> "pPlaneShape3".
-std::string shapeName(const std::string& transform)
-{
-    const std::size_t end = transform.find_last_not_of("0123456789");
-    const std::size_t cut = end == std::string::npos ? transform.size() : end + 1;
-    return transform.substr(0, cut) + "Shape" + transform.substr(cut);
-}
-
 /// A transform with a shape that stores `geometry`; recorded, selected, and shaded as new shapes are.
 Value createShape(Session& session, const Args& args, const std::string& defaultName, const char* type,
                   const char* store, std::shared_ptr<const Geometry> geometry)
@@ -43,7 +36,7 @@ Value createShape(Session& session, const Args& args, const std::string& default
         if (graph.match(defaultName + std::to_string(number)).empty())
             name = defaultName + std::to_string(number);
     DagNode& transform = *edits.create(*graph.types().find("transform"), name, nullptr).asDag();
-    Node& shape = edits.create(*graph.types().find(type), shapeName(transform.name()), &transform);
+    Node& shape = edits.create(*graph.types().find(type), customaryShapeName(transform.name()), &transform);
     edits.setData(shape.plug(store), std::move(geometry));
     Node* shading = graph.find("initialShadingGroup");
     if (shading && shading->findAttribute("dagSetMembers") && std::string(type) != "nurbsCurve") {

@@ -2,6 +2,7 @@
 #include "mel/command.h"
 #include "mel/commands/commandTargets.h"
 #include "mel/commands/geometryCommands.h"
+#include "nodes/filterAccess.h"
 #include "nodes/geometry.h"
 #include "selection/selectionState.h"
 #include "session.h"
@@ -48,12 +49,11 @@ mel::FloatArray numbers(const V3d& value)
     return {value.x, value.y, value.z};
 }
 
-/// Puts one control point where it should be, by the shape's tweak of that point.
+/// Puts one control point where it should be, by the offset that the shape or its tweak node has for it.
 void placePoint(Session& session, DagNode& shape, int point, const V3d& target, const V3d& now)
 {
-    const char* tweaks = shape.findAttribute("pnts") ? "pnts" : "controlPoints";
-    const Plug tweak = shape.plug(tweaks).element(static_cast<std::uint32_t>(point));
-    setTriple(session, tweak, tripleValue(tweak) + target - now);
+    const Plug offset = offsetPlug(shape, point);
+    setTriple(session, offset, tripleValue(offset) + target - now);
 }
 
 struct Placement {
