@@ -79,9 +79,7 @@ void requireExhaustive(const std::vector<Position>& copied, const std::vector<Po
     }
 }
 
-} // namespace
-
-void compareLabels(Ratios& ratios, std::size_t count)
+void compareLabels(Contest& contest, std::size_t count)
 {
     std::mt19937 random(2);
     std::uniform_real_distribution<double> weight(0.0, 1.0);
@@ -100,11 +98,11 @@ void compareLabels(Ratios& ratios, std::size_t count)
             expected += static_cast<std::size_t>(
                 std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, 6).ptr - text);
     };
-    ratios.compare({"labels / to_chars", count, boundAt(count, 2.5)}, product, bare);
+    contest.run(product, bare);
     require(written == expected, "Labels have other lengths than to_chars gives.");
 }
 
-void comparePaste(Ratios& ratios, std::size_t columns, std::size_t lines)
+void comparePaste(Contest& contest, std::size_t columns, std::size_t lines)
 {
     const std::size_t count = columns * lines;
     const std::vector<Position> copied = sheet(columns, lines, 3), targets = sheet(columns, lines, 4);
@@ -123,11 +121,25 @@ void comparePaste(Ratios& ratios, std::size_t columns, std::size_t lines)
             expected[target] = nearest.found;
         }
     };
-    ratios.compare({"paste match / k-d tree", count, boundAt(count, 1.5), count > 100000 ? 3 : 7}, product,
-                   bare);
+    contest.run(product, bare);
     require(matches == expected, "The match differs from the bare tree's.");
     if (count <= 10000)
         requireExhaustive(copied, targets, matches);
+}
+
+} // namespace
+
+void addLabels(Ratios& ratios, std::size_t count)
+{
+    ratios.add({"labels / to_chars", count, boundAt(count, 2.5)},
+               [count](Contest& contest) { compareLabels(contest, count); });
+}
+
+void addPaste(Ratios& ratios, std::size_t columns, std::size_t lines)
+{
+    const std::size_t count = columns * lines;
+    ratios.add({"paste match / k-d tree", count, boundAt(count, 1.5), count > 100000 ? 3 : 7},
+               [columns, lines](Contest& contest) { comparePaste(contest, columns, lines); });
 }
 
 } // namespace bench

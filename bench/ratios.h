@@ -1,73 +1,94 @@
 #pragma once
 
+#include <benchmark/benchmark.h>
+
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace bench {
 
-/// What one comparison gave. Times are milliseconds, medians of interleaved repetitions.
-struct Row {
+/// One comparison of the product with the least that the same work can cost.
+struct Subject {
     std::string name;
-    std::size_t count;
-    double product;
-    double bare;
-    double bound; ///< the largest ratio that is good enough; 0 = none at this size
-
-    double ratio() const { return product / bare; }
-    bool missed() const { return bound > 0.0 && ratio() > bound; }
+    std::size_t count;  ///< vertices
+    double bound = 0.0; ///< the largest ratio that is good enough; 0 = none at this size
+    int rounds = 31;
 };
 
-/// Compares the product with the least that the same work can cost, in turn: whatever slows the machine
-/// slows both.
-class Ratios {
-public:
-    struct Subject {
-        std::string name;
-        std::size_t count;
-        double bound;
-        int rounds = 31;
-    };
-    template <class Product, class Bare>
-    void compare(const Subject& subject, Product&& product, Bare&& bare)
-    {
-        std::vector<double> productTimes, bareTimes;
-        product(), bare();
-        for (int round = 0; round < subject.rounds; ++round) {
-            productTimes.push_back(milliseconds(product));
-            bareTimes.push_back(milliseconds(bare));
-        }
-        rows.push_back({subject.name, subject.count, median(productTimes), median(bareTimes), subject.bound});
-    }
+/// What one comparison gave. Times are milliseconds, medians of interleaved rounds.
+struct Row {
+    Subject subject;
+    double product;
+    double bare;
 
-    /// Prints the table; returns how many bounds were missed.
-    int print() const;
+    double ratio() const { return product / bare; }
+    bool missed() const { return subject.bound > 0.0 && ratio() > subject.bound; }
+};
+
+/// Runs the two sides of a comparison in turn, so that whatever slows the machine slows both.
+class Contest {
+public:
+    Contest(benchmark::State& benchmarkState, const Subject& compared)
+        : state(benchmarkState), subject(compared)
+    {}
+
+    /// Each side does the whole work once per call. The first round of both is not counted.
+    template <class Product, class Bare>
+    void run(Product&& product, Bare&& bare)
+    {
+        product(), bare();
+        while (state.KeepRunning()) {
+            productTimes.push_back(seconds(product));
+            bareTimes.push_back(seconds(bare));
+            state.SetIterationTime(productTimes.back());
+        }
+    }
+    /// Once run() has been called.
+    Row row();
 
 private:
     template <class Function>
-    static double milliseconds(Function& run)
+    static double seconds(Function& run)
     {
         const auto start = std::chrono::steady_clock::now();
         run();
-        return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-    }
-    static double median(std::vector<double>& times)
-    {
-        const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
-        std::nth_element(times.begin(), middle, times.end());
-        return *middle;
+        benchmark::ClobberMemory();
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     }
 
+    benchmark::State& state;
+    const Subject& subject;
+    std::vector<double> productTimes, bareTimes;
+};
+
+/// All comparisons of a run; must outlive it.
+class Ratios {
+public:
+    /// Registers a benchmark. The body prepares both sides, calls run() once and checks what they did; it
+    /// throws when that went wrong, and the run ends with an error.
+    void add(const Subject& subject, std::function<void(Contest&)> body);
+
+    /// Prints what was run as a table.
+    void print() const;
+    bool anyMissed() const;
+    bool anyBroken() const { return broken; }
+
+private:
+    void measure(benchmark::State& state, const Subject& subject, const std::function<void(Contest&)>& body);
+
     std::vector<Row> rows;
+    bool broken = false;
 };
 
 // The groups of comparisons, each at one number of vertices. Bounds hold at 100,000.
-void compareStrokes(Ratios& ratios, std::size_t columns, std::size_t lines);
-void compareSkinning(Ratios& ratios, std::size_t columns, std::size_t lines);
-void compareLabels(Ratios& ratios, std::size_t count);
-void comparePaste(Ratios& ratios, std::size_t columns, std::size_t lines);
+void addStrokes(Ratios& ratios, std::size_t columns, std::size_t lines);
+void addSkinning(Ratios& ratios, std::size_t columns, std::size_t lines);
+void addLabels(Ratios& ratios, std::size_t count);
+void addPaste(Ratios& ratios, std::size_t columns, std::size_t lines);
 
 /// The bound at the size where it was set; none elsewhere.
 inline double boundAt(std::size_t count, double bound)

@@ -66,7 +66,7 @@ Plain plainOf(host::Node& skin, std::vector<V3d> rest)
     return plain;
 }
 
-void compareMethod(Ratios& ratios, host::Node& skin, const Plain& plain, host::SkinMethod method)
+void compareMethod(Contest& contest, host::Node& skin, const Plain& plain, host::SkinMethod method)
 {
     const bool linear = method == host::SkinMethod::kLinear;
     const std::size_t count = plain.rest.size();
@@ -85,16 +85,12 @@ void compareMethod(Ratios& ratios, host::Node& skin, const Plain& plain, host::S
                 bare[point] = linear ? plain.linear(point) : plain.dualQuaternion(point);
         });
     };
-    ratios.compare({linear ? "linear skinning / kernel" : "dual quaternions / kernel", count,
-                    boundAt(count, 1.5), count > 100000 ? 7 : 31},
-                   evaluate, kernel);
+    contest.run(evaluate, kernel);
     for (std::size_t point = 0; point < count; ++point)
         require((product[point] - bare[point]).length() < 1e-9, "Skinning differs from the plain kernel.");
 }
 
-} // namespace
-
-void compareSkinning(Ratios& ratios, std::size_t columns, std::size_t lines)
+void compareSkinning(Contest& contest, std::size_t columns, std::size_t lines, host::SkinMethod method)
 {
     host::Session session;
     session.mel().execute("polyPlane -n sheet -w 10 -h 5 -ch 0 -sx " + std::to_string(columns - 1) + " -sy " +
@@ -107,8 +103,20 @@ void compareSkinning(Ratios& ratios, std::size_t columns, std::size_t lines)
         skin.plug("input").element(0).child("inputGeometry").data());
     require(geometry != nullptr, "The skin has no geometry.");
     const Plain plain = plainOf(skin, geometry->points());
-    compareMethod(ratios, skin, plain, host::SkinMethod::kLinear);
-    compareMethod(ratios, skin, plain, host::SkinMethod::kDualQuaternion);
+    compareMethod(contest, skin, plain, method);
+}
+
+} // namespace
+
+void addSkinning(Ratios& ratios, std::size_t columns, std::size_t lines)
+{
+    const std::size_t count = columns * lines;
+    const auto add = [&](const char* name, host::SkinMethod method) {
+        ratios.add({name, count, boundAt(count, 1.5), count > 100000 ? 7 : 31},
+                   [=](Contest& contest) { compareSkinning(contest, columns, lines, method); });
+    };
+    add("linear skinning / kernel", host::SkinMethod::kLinear);
+    add("dual quaternions / kernel", host::SkinMethod::kDualQuaternion);
 }
 
 } // namespace bench
