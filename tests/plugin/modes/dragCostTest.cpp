@@ -1,0 +1,109 @@
+// What a drag event costs beside its arithmetic: nothing is allocated for every vertex.
+#include "plugin/modes/modeScene.h"
+
+#include "undo/undoQueue.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+std::atomic<long> allocations{0};
+
+void* counted(std::size_t size)
+{
+    ++allocations;
+    if (void* memory = std::malloc(size ? size : 1))
+        return memory;
+    throw std::bad_alloc();
+}
+
+} // namespace
+
+// These serve the host and the plug-in as well.
+void* operator new(std::size_t size)
+{
+    return counted(size);
+}
+void* operator new[](std::size_t size)
+{
+    return counted(size);
+}
+void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+void operator delete[](void* memory) noexcept
+{
+    std::free(memory);
+}
+void operator delete[](void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+using namespace testing_support;
+
+namespace {
+
+struct CostRow {
+    const char* mode;
+    const char* flags;
+};
+
+void PrintTo(const CostRow& row, std::ostream* out)
+{
+    *out << row.mode;
+}
+
+class DragCost : public ToolTest, public ::testing::WithParamInterface<CostRow> {
+public:
+    /// Allocations of the third drag event of a stroke on all vertices of a sheet of n x n squares.
+    long allocationsFor(int squares)
+    {
+        const std::string n = std::to_string(squares);
+        mel("file -f -new; polyPlane -n sheet -w 10 -h 10 -sx " + n + " -sy " + n +
+            " -ch 0; polyPlane -n smile -w 10 -h 10 -sx " + n + " -sy " + n +
+            " -ch 0; move -r 0 2 0 smile.vtx[*]; blendShape -n face -w 0 1 smile sheet; delete smile;"
+            "maskedOffset -n lift -o 0 2 0 sheet; select -cl; joint -n hip -p -3 0 0; joint -n knee -p 1 0 0;"
+            "skinCluster -tsb -mi 2 -n skin hip knee sheet; setAttr skin.skinningMethod 2;"
+            "setAttr knee.translateY 2; setAttr knee.rotateX 70;"
+            "viewFit sheet; selectPref -preSelectHilite false; select sheet.vtx[*]");
+        edit(std::string("-displayWeights false -clampMin false -weightMode ") + GetParam().mode + " " +
+             GetParam().flags);
+        toolOn();
+        const Pixel from = pixelOf("sheet.vtx[0]");
+        press(from);
+        drag({from.x + 3, from.y + 8});
+        drag({from.x + 4, from.y + 9});
+        const long before = allocations;
+        drag({from.x + 5, from.y + 10});
+        const long spent = allocations - before;
+        release({from.x + 5, from.y + 10});
+        EXPECT_EQ(melString("undoInfo -q -undoName"), "morvaneToolCmd") << "a stroke";
+        return spent;
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Modes, DragCost,
+                         ::testing::Values(CostRow{"default", "-deformer lift"},
+                                           CostRow{"plug", "-deformer lift -plug mask"},
+                                           CostRow{"skinCluster", "-influence knee"},
+                                           CostRow{"dualQuaternion", "-deformer skin"},
+                                           CostRow{"blendShapeTarget", "-deformer face -target smile"},
+                                           CostRow{"blendShapeBase", "-deformer face"}));
+
+TEST_P(DragCost, DoesNotGrowByAllocationsPerVertex)
+{
+    const long few = allocationsFor(6), many = allocationsFor(60);
+    // Thousands more vertices may take a few more blocks, none each.
+    EXPECT_LE(many, few + 40) << few << " for 49 vertices";
+    EXPECT_GT(few, 0);
+}
+
+} // namespace
