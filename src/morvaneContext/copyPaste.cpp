@@ -157,6 +157,7 @@ MStatus morvaneContext::pasteWeights()
 {
     if (copiedSel.isEmpty())
         return MS::kFailure;
+    endStroke();
     validSel.clear();
     softSelectWeights.clear();
     validSkinClusters.clear();

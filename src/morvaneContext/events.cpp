@@ -81,6 +81,8 @@ MStatus morvaneContext::doPtrMoved(MEvent&)
 MStatus morvaneContext::pressed(MEvent& event, MHWRender::MUIDrawManager& drawManager,
                                 const MHWRender::MFrameContext& context)
 {
+    // The release of an earlier press has got lost.
+    endStroke();
     mouseDown = true;
     if (callBaseHandlers) {
         const BaseHandling bracket;
@@ -145,23 +147,39 @@ MStatus morvaneContext::released(MEvent& event, MHWRender::MUIDrawManager& drawM
         const BaseHandling bracket;
         MPxSelectionContext::doRelease(event, drawManager, context);
     }
+    const bool wasDown = mouseDown;
     mouseDown = false;
-    // A release that no press came before has nothing to record.
-    if (toolCommand == nullptr)
+    // A release that no press came before, or whose stroke has been ended, has nothing to record.
+    if (toolCommand == nullptr) {
+        if (wasDown && contextMode == kSculptMode)
+            clearLabels(drawManager);
         return MS::kSuccess;
-    const MStatus status = contextMode == kSculptMode ? releaseSculpt(drawManager) : doReleaseSelect();
+    }
+    const MStatus status = contextMode == kSculptMode ? releaseSculpt(&drawManager) : doReleaseSelect();
     toolCommand = nullptr;
     liveObjects.clear();
     return status;
 }
 
-MStatus morvaneContext::releaseSculpt(MHWRender::MUIDrawManager& drawManager)
+void morvaneContext::endStroke()
+{
+    if (!mouseDown || contextMode != kSculptMode || toolCommand == nullptr)
+        return;
+    releaseSculpt(nullptr);
+    toolCommand = nullptr;
+    liveObjects.clear();
+    validSel.clear();
+    strokeWritten = false;
+}
+
+MStatus morvaneContext::releaseSculpt(MHWRender::MUIDrawManager* drawManager)
 {
     MSelectionList selection;
     if (offsetValue == 0.0) {
         if (strokeWritten) {
             restorePressWeights();
-            clearLabels(drawManager);
+            if (drawManager != nullptr)
+                clearLabels(*drawManager);
         }
         if (selectionChanged) {
             MGlobal::getActiveSelectionList(selection, false);
@@ -174,7 +192,8 @@ MStatus morvaneContext::releaseSculpt(MHWRender::MUIDrawManager& drawManager)
         return MS::kSuccess;
     }
     passToToolCommand(toolCommand);
-    clearLabels(drawManager);
+    if (drawManager != nullptr)
+        clearLabels(*drawManager);
     if (selectionChanged) {
         toolCommand->setNewRichSel();
         MGlobal::getActiveSelectionList(selection, false);

@@ -70,6 +70,7 @@ void morvaneContext::toolOnSetup(MEvent&)
 void morvaneContext::toolOffCleanup()
 {
     guarded([this] {
+        endStroke();
         runMelOnIdle(clickDragPref != 0 ? "selectPref -clickDrag true" : "selectPref -clickDrag false");
         cleanupCustomHotkeys();
         cleanupHUD();

@@ -140,7 +140,11 @@ private:
                     const MHWRender::MFrameContext& context);
     MStatus released(MEvent& event, MHWRender::MUIDrawManager& drawManager,
                      const MHWRender::MFrameContext& context);
-    MStatus releaseSculpt(MHWRender::MUIDrawManager& drawManager);
+    /// Records the stroke of this press. Labels are cleared when there is something to draw on.
+    MStatus releaseSculpt(MHWRender::MUIDrawManager* drawManager);
+    /// Records the stroke under way, if there is one, before something else changes what it works on: a
+    /// paste, another target, another tool. The rest of the drag then does nothing.
+    void endStroke();
     void clearData();
     void clearColumns();
     MStatus getContextMode(MEvent& event, MHWRender::MUIDrawManager& drawManager,

@@ -22,9 +22,12 @@ float falloffAt(const MFnComponent& component, std::size_t position)
 }
 
 /// A forward merge of two ascending lists: a selected index that lies before the last match is dropped.
+/// Selected edges and faces have indices of their own, which are no points.
 template <MFn::Type kind>
 MObject commonSingle(const MObject& selected, const MObject& member, MFloatArray& falloff)
 {
+    if (!selected.hasFn(kind))
+        return MObject();
     const std::vector<int> members = componentElements(member);
     const std::vector<int> elements = componentElements(selected);
     const MFnSingleIndexedComponent weights(selected);

@@ -3,6 +3,8 @@
 
 MStatus morvaneContext::setDeformerStr(MString name)
 {
+    if (!(name == deformerStr))
+        endStroke();
     if (!checkActiveDeformer(name))
         return MS::kFailure;
     deformerStr = name;
@@ -12,6 +14,8 @@ MStatus morvaneContext::setDeformerStr(MString name)
 
 MStatus morvaneContext::setWeightsPlugStr(MString name)
 {
+    if (!(name == weightsPlugStr))
+        endStroke();
     if (!checkWeightsPlug(name))
         return MS::kFailure;
     weightsPlugStr = name;
@@ -29,8 +33,10 @@ MStatus morvaneContext::setTargetString(MString name)
 
 void morvaneContext::setWeightMode(WeightMode mode)
 {
-    if (mode != weightMode)
+    if (mode != weightMode) {
+        endStroke();
         weightsCopied = false;
+    }
     weightMode = mode;
     setHudDisplayString();
 }

@@ -104,15 +104,16 @@ MStatus morvaneContext::doDragSculpt(MEvent&, MHWRender::MUIDrawManager& drawMan
             if (!status)
                 return apiError(status, kContextSource, __LINE__);
         }
+        // Said beforehand: a write that fails half-way has changed weights too, which must be taken back.
+        strokeWritten = true;
+        anyWritten = true;
         status = live->write(offsetValue);
         if (!status)
             return status;
-        anyWritten = true;
     }
     // A stroke whose objects were all refused has changed nothing and must not be recorded.
     if (!anyWritten)
         offsetValue = 0.0;
-    strokeWritten = strokeWritten || anyWritten;
     if (displayWeights)
         drawLabels(drawManager, labels, MColor(fontColorR, fontColorG, fontColorB, fontOpacity),
                    static_cast<unsigned int>(fontSize));

@@ -16,21 +16,20 @@ ClampSettings liveClampsOf(const EditRecord& record);
 template <typename Array, typename Weight>
 class PointLive : public LiveObject {
 public:
-    /// Needs fitsFalloff for the old weights.
+    /// Needs fitsFalloff for the old weights. The record outlives this.
     PointLive(const EditRecord& record, const EditedObject& object, const Array& oldWeights)
         : path(object.path), component(object.component), old(toVector(oldWeights)),
-          soft(toVector(record.softSelectWeights[object.index])), clamps(liveClampsOf(record)),
-          values(oldWeights)
+          soft(toVector(record.softSelectWeights[object.index])), settings(record), values(oldWeights)
     {}
 
     std::size_t pointCount() const override { return old.size(); }
     void newWeights(double offset, double* result) const override
     {
-        offsetLive(old.data(), soft.data(), old.size(), offset, clamps, result);
+        offsetLive(old.data(), soft.data(), old.size(), offset, liveClampsOf(settings), result);
     }
     MStatus write(double offset) override
     {
-        offsetLive(old.data(), soft.data(), old.size(), offset, clamps, dataOf(values));
+        offsetLive(old.data(), soft.data(), old.size(), offset, liveClampsOf(settings), dataOf(values));
         return writeValues();
     }
 
@@ -42,8 +41,8 @@ protected:
     MObject component;
     std::vector<Weight> old;
     std::vector<float> soft;
-    ClampSettings clamps;
-    Array values; ///< one per point; as long as the object lives
+    const EditRecord& settings; ///< the clamps may change while the mouse is down
+    Array values;               ///< one per point; as long as the object lives
 };
 
 using FloatLive = PointLive<MFloatArray, float>;
