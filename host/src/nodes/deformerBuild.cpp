@@ -40,12 +40,13 @@ public:
         session.edits().connect(location, shape.plug("tweakLocation"));
     }
 
-    /// Puts the deformer between the shape and what feeds it now.
-    void insert(Node& deformer, std::uint32_t index, const std::vector<int>& points, Membership membership)
+    /// Puts the deformer between the shape, or the deformers that come after it, and what feeds them now.
+    void insert(Node& deformer, std::uint32_t index, const std::vector<int>& points,
+                const DeformerPlace& place)
     {
-        const Plug input = shape.plug(names.input);
+        const Plug input = place.frontOfChain ? frontOfChain() : shape.plug(names.input);
         const Plug feeding = input.source();
-        if (membership == Membership::kSet) {
+        if (place.membership == Membership::kSet) {
             feedThroughGroup(deformer, index, feeding, points, deformer.name() + "Set");
         } else {
             const Plug slot = deformer.plug("input").element(index);
@@ -56,6 +57,22 @@ public:
     }
 
 private:
+    /// What the tweaks, or the undeformed shape, feed.
+    Plug frontOfChain() const
+    {
+        Plug fed = shape.plug(names.input);
+        for (Plug feeding = fed.source(); !feeding.isNull(); feeding = fed.source()) {
+            Node& node = *feeding.node();
+            if (node.type().name == "groupParts")
+                fed = node.plug("inputGeometry");
+            else if (node.type().isA("geometryFilter") && node.type().name != "tweak" && feeding.isElement())
+                fed = node.plug("input").element(feeding.logicalIndex()).child("inputGeometry");
+            else
+                break;
+        }
+        return fed;
+    }
+
     Node& create(const char* type, const std::string& name, DagNode* parent = nullptr)
     {
         return session.edits().create(*session.graph().types().find(type), name, parent);
@@ -158,12 +175,12 @@ std::vector<DeformedShape> deformedShapes(const SelectionList& list)
 }
 
 void wireDeformer(Session& session, Node& deformer, const std::vector<DeformedShape>& shapes,
-                  Membership membership)
+                  const DeformerPlace& place)
 {
     for (std::size_t index = 0; index < shapes.size(); ++index) {
         Wiring wiring(session, *shapes[index].shape);
-        wiring.ensureHistory(membership);
-        wiring.insert(deformer, static_cast<std::uint32_t>(index), shapes[index].points, membership);
+        wiring.ensureHistory(place.membership);
+        wiring.insert(deformer, static_cast<std::uint32_t>(index), shapes[index].points, place);
     }
 }
 

@@ -20,6 +20,13 @@ enum class Membership {
     kComponentTags, ///< all points by the expression "*", no set, as newer scenes have it
 };
 
+/// Where and how a new deformer joins the history of its shapes.
+struct DeformerPlace {
+    Membership membership = Membership::kSet;
+    /// Before all other deformers, straight after the tweaks; otherwise last.
+    bool frontOfChain = false;
+};
+
 /// The points that a deformer is to move on one shape; points empty = all.
 struct DeformedShape {
     Ref<DagNode> shape;
@@ -30,11 +37,11 @@ struct DeformedShape {
 /// components. One entry per shape, in order. Other items are an error.
 std::vector<DeformedShape> deformedShapes(const SelectionList& list);
 
-/// Puts `deformer` (a fresh geometryFilter) last in the history of every shape: the undeformed shape becomes
-/// an intermediate "...Orig" with a tweak node behind it when there is no history yet. Input n and output n
-/// of the deformer belong to the n-th shape.
+/// Puts `deformer` (a fresh geometryFilter) into the history of every shape: the undeformed shape becomes an
+/// intermediate "...Orig" with a tweak node behind it when there is no history yet. Input n and output n of
+/// the deformer belong to the n-th shape.
 void wireDeformer(Session& session, Node& deformer, const std::vector<DeformedShape>& shapes,
-                  Membership membership);
+                  const DeformerPlace& place);
 
 /// A new object set of that name (numbered when taken) with these members; components get a groupId.
 Node& createSet(Session& session, const std::string& name, const SelectionList& members);

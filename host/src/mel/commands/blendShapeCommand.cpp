@@ -181,8 +181,7 @@ Value createBlendShape(Session& session, const Args& args)
     edits.setNumber(blend.plug("topologyCheck"), check ? 1 : 0);
     if (args.isSet("envelope"))
         edits.setNumber(blend.plug("envelope"), args.number("envelope"));
-    wireDeformer(session, blend, bases,
-                 args.booleanOr("useComponentTags", false) ? Membership::kComponentTags : Membership::kSet);
+    wireDeformer(session, blend, bases, placeOf(args));
     for (std::uint32_t target = 0; target < targets.size(); ++target) {
         ensureWeight(session, blend, target, transformOf(items[target]).name());
         for (std::uint32_t geometry = 0; geometry < bases.size(); ++geometry)
@@ -272,7 +271,7 @@ Value blendShapeCommand(Session& session, const Args& args)
     Node& blend = deformerNamed(session, args, args.objectNames().front(), "blendShape");
     if (args.query())
         return queryBlendShape(args, blend);
-    for (const char* flag : {"name", "useComponentTags", "weightCount", "geometry"})
+    for (const char* flag : {"name", "useComponentTags", "frontOfChain", "weightCount", "geometry"})
         if (args.isSet(flag))
             throw Error(std::string("blendShape: -") + flag + " cannot be edited.");
     if (args.isSet("topologyCheck"))
@@ -290,21 +289,21 @@ Value blendShapeCommand(Session& session, const Args& args)
 void registerBlendShapeCommand(mel::CommandRegistry& registry)
 {
     registry.add(
-        CommandSpec("blendShape")
-            .flag("n", "name", {ArgType::kString})
-            .flag("t", "target", {ArgType::kString, ArgType::kInt, ArgType::kString, ArgType::kFloat})
-            .multi()
-            .flag("w", "weight", {ArgType::kInt, ArgType::kFloat})
-            .multi()
-            .flag("wc", "weightCount")
-            .flag("g", "geometry")
-            .flag("en", "envelope", {ArgType::kFloat})
-            .flag("tc", "topologyCheck", {ArgType::kBool})
-            .flag("uct", "useComponentTags", {ArgType::kBool})
-            .objects(0)
-            .query()
-            .edit()
-            .undoable(),
+        withPlaceFlags(
+            CommandSpec("blendShape")
+                .flag("n", "name", {ArgType::kString})
+                .flag("t", "target", {ArgType::kString, ArgType::kInt, ArgType::kString, ArgType::kFloat})
+                .multi()
+                .flag("w", "weight", {ArgType::kInt, ArgType::kFloat})
+                .multi()
+                .flag("wc", "weightCount")
+                .flag("g", "geometry")
+                .flag("en", "envelope", {ArgType::kFloat})
+                .flag("tc", "topologyCheck", {ArgType::kBool})
+                .objects(0)
+                .query()
+                .edit()
+                .undoable()),
         blendShapeCommand);
 }
 

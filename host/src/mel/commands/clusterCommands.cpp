@@ -44,8 +44,7 @@ Value clusterCommand(Session& session, const Args& args)
     if (args.isSet("envelope"))
         edits.setNumber(cluster.plug("envelope"), args.number("envelope"));
     const Imath::V3d centre = centreOf(shapes);
-    wireDeformer(session, cluster, shapes,
-                 args.booleanOr("useComponentTags", false) ? Membership::kComponentTags : Membership::kSet);
+    wireDeformer(session, cluster, shapes, placeOf(args));
     for (std::uint32_t index = 0; index < shapes.size(); ++index)
         edits.setMatrix(cluster.plug("geomMatrix").element(index), worldMatrix(*shapes[index].shape));
     Node& handle =
@@ -78,15 +77,14 @@ Value percentCommand(Session& session, const Args& args)
 
 void registerClusterCommands(mel::CommandRegistry& registry)
 {
-    registry.add(CommandSpec("cluster")
-                     .flag("n", "name", {ArgType::kString})
-                     .flag("rel", "relative")
-                     .flag("en", "envelope", {ArgType::kFloat})
-                     .flag("uct", "useComponentTags", {ArgType::kBool})
-                     .objects(0)
-                     .query()
-                     .edit()
-                     .undoable(),
+    registry.add(withPlaceFlags(CommandSpec("cluster")
+                                    .flag("n", "name", {ArgType::kString})
+                                    .flag("rel", "relative")
+                                    .flag("en", "envelope", {ArgType::kFloat})
+                                    .objects(0)
+                                    .query()
+                                    .edit()
+                                    .undoable()),
                  clusterCommand);
     registry.add(CommandSpec("percent").flag("v", "value", {ArgType::kFloat}).objects(1).query().undoable(),
                  percentCommand);

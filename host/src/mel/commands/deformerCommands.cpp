@@ -47,6 +47,17 @@ std::uint32_t geometryIndex(Node& deformer, DagNode& shape)
     return feeding.logicalIndex();
 }
 
+mel::CommandSpec withPlaceFlags(mel::CommandSpec spec)
+{
+    return spec.flag("uct", "useComponentTags", {mel::ArgType::kBool}).flag("foc", "frontOfChain");
+}
+
+DeformerPlace placeOf(const mel::Args& args)
+{
+    const bool tagged = args.booleanOr("useComponentTags", false);
+    return {tagged ? Membership::kComponentTags : Membership::kSet, args.isSet("frontOfChain")};
+}
+
 void registerDeformerCommands(mel::CommandRegistry& registry)
 {
     registerClusterCommands(registry);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "mel/command.h"
+#include "nodes/deformerBuild.h"
 #include "selection/selectionList.h"
 
 #include <string>
@@ -22,6 +23,10 @@ struct ShapePoints {
     std::vector<int> points;
 };
 std::vector<ShapePoints> shapePoints(Session& session, const std::vector<std::string>& names);
+
+/// The flags -useComponentTags and -frontOfChain of the commands that make deformers, and what they say.
+mel::CommandSpec withPlaceFlags(mel::CommandSpec spec);
+DeformerPlace placeOf(const mel::Args& args);
 
 /// Logical index of a shape among a deformer's outputs; throws when the deformer does not deform it.
 std::uint32_t geometryIndex(Node& deformer, DagNode& shape);

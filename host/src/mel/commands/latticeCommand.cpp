@@ -108,8 +108,7 @@ Value latticeCommand(Session& session, const Args& args)
     edits.connect(lattice.plug("latticeOutput"), deformer.plug("deformedLatticePoints"));
     edits.connect(lattice.plug("worldMatrix").element(0), deformer.plug("deformedLatticeMatrix"));
     edits.connect(base.plug("worldMatrix").element(0), deformer.plug("baseLatticeMatrix"));
-    wireDeformer(session, deformer, shapes,
-                 args.booleanOr("useComponentTags", false) ? Membership::kComponentTags : Membership::kSet);
+    wireDeformer(session, deformer, shapes, placeOf(args));
     selectOnly(session, *lattice.parent());
     return mel::StringArray{deformer.name(), lattice.parent()->uniqueName(), base.parent()->uniqueName()};
 }
@@ -118,18 +117,17 @@ Value latticeCommand(Session& session, const Args& args)
 
 void registerLatticeCommand(mel::CommandRegistry& registry)
 {
-    registry.add(CommandSpec("lattice")
-                     .flag("n", "name", {ArgType::kString})
-                     .flag("dv", "divisions", kDivisions)
-                     .flag("oc", "objectCentered", {ArgType::kBool})
-                     .flag("ldv", "ldivisions", kDivisions)
-                     .flag("ol", "outsideLattice", {ArgType::kInt})
-                     .flag("en", "envelope", {ArgType::kFloat})
-                     .flag("uct", "useComponentTags", {ArgType::kBool})
-                     .objects(0)
-                     .query()
-                     .edit()
-                     .undoable(),
+    registry.add(withPlaceFlags(CommandSpec("lattice")
+                                    .flag("n", "name", {ArgType::kString})
+                                    .flag("dv", "divisions", kDivisions)
+                                    .flag("oc", "objectCentered", {ArgType::kBool})
+                                    .flag("ldv", "ldivisions", kDivisions)
+                                    .flag("ol", "outsideLattice", {ArgType::kInt})
+                                    .flag("en", "envelope", {ArgType::kFloat})
+                                    .objects(0)
+                                    .query()
+                                    .edit()
+                                    .undoable()),
                  latticeCommand);
 }
 

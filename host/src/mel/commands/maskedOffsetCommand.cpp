@@ -42,8 +42,7 @@ Value maskedOffsetCommand(Session& session, const Args& args)
     Node& deformer = session.edits().create(*session.graph().types().find("maskedOffset"),
                                             args.textOr("name", "maskedOffset1"));
     setOffset(session, deformer, args);
-    wireDeformer(session, deformer, shapes,
-                 args.booleanOr("useComponentTags", false) ? Membership::kComponentTags : Membership::kSet);
+    wireDeformer(session, deformer, shapes, placeOf(args));
     return mel::StringArray{deformer.name()};
 }
 
@@ -51,14 +50,13 @@ Value maskedOffsetCommand(Session& session, const Args& args)
 
 void registerMaskedOffsetCommand(mel::CommandRegistry& registry)
 {
-    registry.add(CommandSpec("maskedOffset")
-                     .flag("n", "name", {ArgType::kString})
-                     .flag("o", "offset", {ArgType::kFloat, ArgType::kFloat, ArgType::kFloat})
-                     .flag("uct", "useComponentTags", {ArgType::kBool})
-                     .objects(0)
-                     .query()
-                     .edit()
-                     .undoable(),
+    registry.add(withPlaceFlags(CommandSpec("maskedOffset")
+                                    .flag("n", "name", {ArgType::kString})
+                                    .flag("o", "offset", {ArgType::kFloat, ArgType::kFloat, ArgType::kFloat})
+                                    .objects(0)
+                                    .query()
+                                    .edit()
+                                    .undoable()),
                  maskedOffsetCommand);
 }
 

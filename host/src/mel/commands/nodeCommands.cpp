@@ -5,6 +5,8 @@
 #include "mel/commands/geometryCommands.h"
 #include "mel/commands/plugArguments.h"
 #include "mel/commands/register.h"
+#include "nodes/historyRemoval.h"
+#include "nodes/shapeEvaluation.h"
 #include "session.h"
 #include "types/error.h"
 #include "undo/edits.h"
@@ -68,8 +70,31 @@ void deleteNodes(Session& session, const std::vector<Node*>& nodes)
     }
 }
 
+void removeHistoryBelow(Session& session, DagNode& node)
+{
+    if (shapeAttributes(node) && !node.isIntermediate())
+        removeHistory(session, node);
+    // A copy: intermediate shapes go.
+    const std::vector<Ref<DagNode>> children = node.children();
+    for (const Ref<DagNode>& child : children)
+        if (child->alive())
+            removeHistoryBelow(session, *child);
+}
+
 Value deleteCommand(Session& session, const Args& args)
 {
+    if (args.isSet("constructionHistory")) {
+        std::vector<Node*> nodes;
+        if (!args.isSet("all"))
+            nodes = nodesOrSelection(session, args.objectNames());
+        else
+            for (const Ref<DagNode>& root : session.graph().roots())
+                nodes.push_back(root.get());
+        for (Node* const node : nodes)
+            if (DagNode* const dag = node->asDag())
+                removeHistoryBelow(session, *dag);
+        return {};
+    }
     if (!args.isSet("all")) {
         deleteNodes(session, nodesOrSelection(session, args.objectNames()));
         return {};
@@ -146,7 +171,9 @@ void registerNodeCommands(mel::CommandRegistry& registry)
                      .objects(1, 1)
                      .undoable(),
                  createNode);
-    registry.add(CommandSpec("delete").flag("all", "all").objects(0).undoable(), deleteCommand);
+    registry.add(
+        CommandSpec("delete").flag("all", "all").flag("ch", "constructionHistory").objects(0).undoable(),
+        deleteCommand);
     registry.add(CommandSpec("rename").flag("is", "ignoreShape").objects(1, 2).undoable(), rename);
     registry.add(CommandSpec("lockNode").flag("l", "lock", {ArgType::kBool}).objects(0).query().undoable(),
                  lockNode);

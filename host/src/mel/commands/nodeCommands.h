@@ -3,6 +3,8 @@
 #include <string>
 
 namespace host {
+class DagNode;
+class Session;
 namespace mel {
 class CommandRegistry;
 }
@@ -12,8 +14,14 @@ void registerAttributeCommands(
     mel::CommandRegistry& registry); ///< setAttr, addAttr, aliasAttr, deleteAttr ...
 void registerConnectionCommands(mel::CommandRegistry& registry); ///< connectAttr, disconnectAttr
 void registerHierarchyCommands(mel::CommandRegistry& registry);  ///< parent, duplicate
+void registerGroupCommand(mel::CommandRegistry& registry);       ///< group
 
 /// The name that the shape of a transform has by custom: body -> bodyShape, body1 -> bodyShape1.
 std::string customaryShapeName(const std::string& transform);
+
+/// What a node keeps when it gets another parent: its place in the world, or its own values.
+enum class Placing { kAbsolute, kRelative };
+/// Puts a node under another one (null = the world). Recorded; throws host::Error.
+void moveUnder(Session& session, DagNode& node, DagNode* parent, Placing placing);
 
 } // namespace host

@@ -86,20 +86,6 @@ void linkScale(Session& session, DagNode& node)
         session.edits().connect(node.parent()->plug("scale"), inverse);
 }
 
-void moveUnder(Session& session, DagNode& node, DagNode* parent, const Args& args)
-{
-    if (node.isShape() != args.isSet("shape"))
-        throw Error("parent: " + node.uniqueName() +
-                    (node.isShape() ? " is a shape (-shape)." : " is no shape (-shape)."));
-    if (node.parent() == parent)
-        return;
-    const Imath::M44d world = worldMatrix(node);
-    session.edits().reparent(node, parent);
-    linkScale(session, node);
-    if (!args.isSet("relative") && !node.isShape() && !worldMatrix(node).equalWithAbsError(world, 1e-12))
-        placeInWorld(session, node, world);
-}
-
 Value parent(Session& session, const Args& args)
 {
     std::vector<Node*> nodes = nodesOrSelection(session, args.objectNames());
@@ -115,7 +101,11 @@ Value parent(Session& session, const Args& args)
     for (Node* const node : nodes) {
         if (!node->asDag())
             throw Error("parent: " + node->uniqueName() + " is not in the DAG.");
-        moveUnder(session, *node->asDag(), above, args);
+        DagNode& dag = *node->asDag();
+        if (dag.isShape() != args.isSet("shape"))
+            throw Error("parent: " + dag.uniqueName() +
+                        (dag.isShape() ? " is a shape (-shape)." : " is no shape (-shape)."));
+        moveUnder(session, dag, above, args.isSet("relative") ? Placing::kRelative : Placing::kAbsolute);
     }
     mel::StringArray names;
     for (const Node* const node : nodes)
@@ -208,6 +198,18 @@ Value duplicate(Session& session, const Args& args)
 
 } // namespace
 
+void moveUnder(Session& session, DagNode& node, DagNode* parent, Placing placing)
+{
+    if (node.parent() == parent)
+        return;
+    const Imath::M44d world = worldMatrix(node);
+    session.edits().reparent(node, parent);
+    linkScale(session, node);
+    if (placing == Placing::kAbsolute && !node.isShape() &&
+        !worldMatrix(node).equalWithAbsError(world, 1e-12))
+        placeInWorld(session, node, world);
+}
+
 void registerHierarchyCommands(mel::CommandRegistry& registry)
 {
     registry.add(CommandSpec("parent")
@@ -224,6 +226,7 @@ void registerHierarchyCommands(mel::CommandRegistry& registry)
                      .objects(0)
                      .undoable(),
                  duplicate);
+    registerGroupCommand(registry);
 }
 
 } // namespace host

@@ -189,8 +189,7 @@ Value createSkin(Session& session, const Args& args)
     edits.setNumber(skin.plug("skinningMethod"), args.integerOr("skinMethod", 0));
     edits.setMatrix(skin.plug("geomMatrix"), worldMatrix(shape));
     const std::vector<V3d> points = pointPositions(shape, nullptr, true);
-    wireDeformer(session, skin, shapes,
-                 args.booleanOr("useComponentTags", false) ? Membership::kComponentTags : Membership::kSet);
+    wireDeformer(session, skin, shapes, placeOf(args));
     for (std::uint32_t index = 0; index < parts.joints.size(); ++index)
         connectInfluence(session, skin, index, *parts.joints[index]);
 
@@ -327,26 +326,25 @@ Value skinClusterCommand(Session& session, const Args& args)
 
 void registerSkinClusterCommand(mel::CommandRegistry& registry)
 {
-    registry.add(CommandSpec("skinCluster")
-                     .flag("n", "name", {ArgType::kString})
-                     .flag("tsb", "toSelectedBones")
-                     .flag("bm", "bindMethod", {ArgType::kInt})
-                     .flag("mi", "maximumInfluences", {ArgType::kInt})
-                     .flag("omi", "obeyMaxInfluences", {ArgType::kBool})
-                     .flag("dr", "dropoffRate", {ArgType::kFloat})
-                     .flag("nw", "normalizeWeights", {ArgType::kInt})
-                     .flag("sm", "skinMethod", {ArgType::kInt})
-                     .flag("uct", "useComponentTags", {ArgType::kBool})
-                     .flag("ai", "addInfluence", {ArgType::kString})
-                     .flag("ri", "removeInfluence", {ArgType::kString})
-                     .flag("lw", "lockWeights", {ArgType::kBool})
-                     .flag("wt", "weight", {ArgType::kFloat})
-                     .flag("inf", "influence")
-                     .flag("g", "geometry")
-                     .objects(0)
-                     .query()
-                     .edit()
-                     .undoable(),
+    registry.add(withPlaceFlags(CommandSpec("skinCluster")
+                                    .flag("n", "name", {ArgType::kString})
+                                    .flag("tsb", "toSelectedBones")
+                                    .flag("bm", "bindMethod", {ArgType::kInt})
+                                    .flag("mi", "maximumInfluences", {ArgType::kInt})
+                                    .flag("omi", "obeyMaxInfluences", {ArgType::kBool})
+                                    .flag("dr", "dropoffRate", {ArgType::kFloat})
+                                    .flag("nw", "normalizeWeights", {ArgType::kInt})
+                                    .flag("sm", "skinMethod", {ArgType::kInt})
+                                    .flag("ai", "addInfluence", {ArgType::kString})
+                                    .flag("ri", "removeInfluence", {ArgType::kString})
+                                    .flag("lw", "lockWeights", {ArgType::kBool})
+                                    .flag("wt", "weight", {ArgType::kFloat})
+                                    .flag("inf", "influence")
+                                    .flag("g", "geometry")
+                                    .objects(0)
+                                    .query()
+                                    .edit()
+                                    .undoable()),
                  skinClusterCommand);
 }
 

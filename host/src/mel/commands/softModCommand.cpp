@@ -72,8 +72,7 @@ Value createSoftMod(Session& session, const Args& args)
         edits.setNumber(deformer.plug("falloffCenter").child(axis), centre[static_cast<int>(axis)]);
     setUsualCurve(edits, deformer.plug("falloffCurve"));
     setFalloff(session, deformer, args);
-    wireDeformer(session, deformer, shapes,
-                 args.booleanOr("useComponentTags", false) ? Membership::kComponentTags : Membership::kSet);
+    wireDeformer(session, deformer, shapes, placeOf(args));
     for (std::uint32_t index = 0; index < shapes.size(); ++index)
         edits.setMatrix(deformer.plug("geomMatrix").element(index), worldMatrix(*shapes[index].shape));
     Node& handle =
@@ -99,18 +98,18 @@ Value softModCommand(Session& session, const Args& args)
 
 void registerSoftModCommand(mel::CommandRegistry& registry)
 {
-    registry.add(CommandSpec("softMod")
-                     .flag("n", "name", {ArgType::kString})
-                     .flag("frd", "falloffRadius", {ArgType::kFloat})
-                     .flag("fc", "falloffCenter", {ArgType::kFloat, ArgType::kFloat, ArgType::kFloat})
-                     .flag("rel", "relative")
-                     .flag("en", "envelope", {ArgType::kFloat})
-                     .flag("uct", "useComponentTags", {ArgType::kBool})
-                     .objects(0)
-                     .query()
-                     .edit()
-                     .undoable(),
-                 softModCommand);
+    registry.add(
+        withPlaceFlags(CommandSpec("softMod")
+                           .flag("n", "name", {ArgType::kString})
+                           .flag("frd", "falloffRadius", {ArgType::kFloat})
+                           .flag("fc", "falloffCenter", {ArgType::kFloat, ArgType::kFloat, ArgType::kFloat})
+                           .flag("rel", "relative")
+                           .flag("en", "envelope", {ArgType::kFloat})
+                           .objects(0)
+                           .query()
+                           .edit()
+                           .undoable()),
+        softModCommand);
 }
 
 } // namespace host
