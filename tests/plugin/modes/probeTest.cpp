@@ -32,6 +32,8 @@ public:
     }
 };
 
+class ProbeOf : public ModeScene {};
+
 INSTANTIATE_TEST_SUITE_P(Modes, Probe, ::testing::ValuesIn(kWeightPlaces),
                          [](const auto& row) { return row.param.name(); });
 
@@ -83,7 +85,7 @@ TEST_P(Probe, APressLeavesTheSceneAsItWas)
 // Whatever the last digits are: none is lost where the mode puts back what it read.
 TEST_P(Probe, WeightsOfAnyDigitsComeBack)
 {
-    for (const double weight : {0.0, 1.0, 1.0 / 3.0, 0.1, 0.7071067811865476, 1e-7}) {
+    for (const double weight : {0.0, 1.0, 1.0 / 3.0, 0.1, 0.7071067811865476, 0.998, 1e-7}) {
         setWeight(kMiddle, stored(weight));
         lookAt(kMiddle, kNear);
         const std::vector<std::vector<double>> allBefore = rows();
@@ -96,6 +98,21 @@ TEST_P(Probe, WeightsOfAnyDigitsComeBack)
             EXPECT_EQ(rows(), allBefore) << "all influences";
         }
     }
+}
+
+// A row that sums to something else than one, as other tools may have left it, is not mended by a press.
+TEST_F(ProbeOf, ARowOfASkinThatIsNotNormalisedStaysSo)
+{
+    build(weightPlace("skinCluster"));
+    std::vector<std::vector<double>> all = rows();
+    all[kMiddle] = {0, 0.7, 0.4, 0.3};
+    setRows(all);
+    lookAt(kMiddle, kNear);
+    const Pixel here = at(kMiddle);
+    press(here);
+    EXPECT_EQ(rows(), all);
+    release(here);
+    EXPECT_EQ(rows(), all);
 }
 
 TEST_P(Probe, ADragAcrossTheDirectionOrWithoutMotionAddsNothing)
@@ -113,8 +130,6 @@ TEST_P(Probe, ADragAcrossTheDirectionOrWithoutMotionAddsNothing)
     EXPECT_EQ(weights(), before);
     EXPECT_EQ(session.undo().undoCount(), 0u);
 }
-
-class ProbeOf : public ModeScene {};
 
 // The pixels of a probe are sixteen-bit numbers: beyond their range they stay at its end.
 TEST_F(ProbeOf, FarPixelsEndWhereSixteenBitsEnd)
