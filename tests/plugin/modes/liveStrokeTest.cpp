@@ -169,6 +169,9 @@ TEST_P(LiveStroke, EveryEventWritesThePressTimeWeightPlusOffsetTimesFalloffClamp
             EXPECT_EQ(weights(), expected("sheet", entries, before, offset, clamps)) << offset;
             expectTheRest("sheet", before);
         }
+        drag(from);
+        EXPECT_EQ(weights(), expected("sheet", entries, before, 0, clamps)) << "back where it began";
+        dragTo(from, by);
         release({from.x + by.x, from.y + by.y});
         EXPECT_EQ(session.undo().undoCount(), 1u);
         session.undo().flush();

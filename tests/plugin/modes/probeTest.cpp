@@ -70,6 +70,9 @@ TEST_P(Probe, APressLeavesTheSceneAsItWas)
     const std::string start = sceneText(session);
     const std::vector<double> before = weights();
     const State all = state();
+    std::vector<Imath::V3d> points;
+    for (int vertex = 0; vertex < kVertices; ++vertex)
+        points.push_back(point(vertex));
     std::vector<double> expected = before;
     expected[kMiddle] = probed(before[kMiddle]);
     const Pixel here = at(kMiddle);
@@ -77,6 +80,11 @@ TEST_P(Probe, APressLeavesTheSceneAsItWas)
     EXPECT_EQ(weights(), expected);
     release(here);
     EXPECT_EQ(weights(), expected);
+    for (int vertex = 0; vertex < kVertices; ++vertex) {
+        const bool mayDiffer = place.probe == WeightPlace::kSteps && vertex == kMiddle;
+        EXPECT_LE((point(vertex) - points[static_cast<std::size_t>(vertex)]).length(),
+                  mayDiffer ? 1e-6 : 0.0);
+    }
     EXPECT_EQ(session.undo().undoCount(), 0u);
     restore(all); // the clicked vertex differs at most; everything else is compared here
     EXPECT_EQ(sceneText(session), start);
