@@ -69,7 +69,7 @@ void forEachOutline(Session& session, Visit&& visit)
     const ViewProjection view = session.viewport().projection();
     for (const Ref<Node>& node : session.graph().nodes()) {
         DagNode* dag = node->asDag();
-        if (dag && isDrawn(*dag) && isVisible(*dag))
+        if (dag && isDrawn(*dag) && isPickable(*dag))
             visit(outlineOf(*dag, view));
     }
 }
@@ -146,6 +146,17 @@ void addObject(SelectionList& list, DagNode* object)
 
 } // namespace
 
+bool isPickable(const DagNode& node)
+{
+    const auto value = [](const DagNode& of, const char* attribute) {
+        return const_cast<DagNode&>(of).plug(attribute).number(); // reading evaluates
+    };
+    for (const DagNode* step = &node; step; step = step->parent())
+        if (value(*step, "overrideEnabled") != 0.0)
+            return value(*step, "overrideDisplayType") == 0.0 && isVisible(node);
+    return isVisible(node);
+}
+
 SelectionList pickObject(Session& session, double x, double y, bool visibleOnly)
 {
     const ScreenTriangles* hiding = visibleOnly ? &screenTriangles(session) : nullptr;
@@ -166,7 +177,7 @@ SelectionList pickObject(Session& session, double x, double y, bool visibleOnly)
     if (surfaceless)
         addObject(list, surfaceless);
     else
-        addObject(list, front ? front->parent() : meshObject);
+        addObject(list, front && isPickable(*front) ? front->parent() : meshObject);
     return list;
 }
 

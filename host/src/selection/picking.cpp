@@ -24,7 +24,7 @@ void forEachPoint(Session& session, ShapeFilter filter, Visit&& visit)
     for (const Ref<Node>& node : session.graph().nodes()) {
         DagNode* shape = node->asDag();
         const MFn::Type type = shape ? pointComponentType(*shape) : MFn::kInvalid;
-        if (type == MFn::kInvalid || !isVisible(*shape) ||
+        if (type == MFn::kInvalid || !isPickable(*shape) ||
             (filter == ShapeFilter::kMeshes && type != MFn::kMeshVertComponent))
             continue;
         const GeometryRef geometry = shapeGeometry(*shape);

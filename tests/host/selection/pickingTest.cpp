@@ -164,6 +164,24 @@ TEST_F(Picking, WhatIsHiddenOrBehindTheCameraIsNotPicked)
     EXPECT_EQ(marquee(0, 0, 960, 540, false), Names{}) << "behind the camera";
 }
 
+TEST_F(Picking, TemplatesAndReferencesOfDrawingOverridesAreSeenButNotPicked)
+{
+    mel("polyPlane -n sheet -w 4 -h 4 -sx 2 -sy 2; group -n above sheet");
+    lookAlong("-90 0 0");
+    const V3d middle = pixel("sheet", 4);
+    const std::string box = "setAttr above.overrideEnabled 1; setAttr above.overrideDisplayType ";
+    for (const char* type : {"1", "2"}) {
+        mel(box + type);
+        EXPECT_EQ(click(middle.x, middle.y), Names{}) << type;
+    }
+    mel("setAttr sheetShape.overrideEnabled 1"); // its own override is nearer
+    EXPECT_EQ(click(middle.x, middle.y), Names{"sheet.vtx[4]"});
+    mel("setAttr sheetShape.overrideEnabled 0; setAttr above.overrideEnabled 0; selectMode -object");
+    EXPECT_EQ(click(middle.x, middle.y), Names{"sheet"});
+    mel("setAttr above.overrideEnabled 1");
+    EXPECT_EQ(click(middle.x, middle.y), Names{});
+}
+
 TEST_F(Picking, CurvesSurfacesAndLatticesArePickedByTheirPoints)
 {
     mel("curve -n bow -d 1 -p -3 0 0 -p -1 0 0 -p 1 0 0; nurbsPlane -n patch -d 1 -u 1 -v 1 -w 2;"

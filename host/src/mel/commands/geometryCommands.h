@@ -10,6 +10,7 @@ class Component;
 class DagNode;
 class Node;
 class Session;
+struct SelectionItem;
 namespace mel {
 class CommandRegistry;
 }
@@ -19,10 +20,19 @@ class CommandRegistry;
 /// Deformed positions of control points, in component order; object or world space.
 std::vector<Imath::V3d> pointPositions(DagNode& shape, const Component* component, bool world);
 
+/// Moves an object, or the control points of a component, to a place or by a step.
+struct Placement {
+    Imath::V3d value;
+    bool relative = false;
+    bool world = false;
+};
+void moveItem(Session& session, const SelectionItem& item, const Placement& to);
+
 /// Makes one node the active selection, recorded for undo.
 void selectOnly(Session& session, Node& node);
 
-void registerTransformCommands(mel::CommandRegistry& registry); ///< joint, xform, move, rotate, scale
-void registerPointCommands(mel::CommandRegistry& registry);     ///< pointPosition, polyEvaluate
+void registerTransformCommands(mel::CommandRegistry& registry); ///< joint, move, rotate, scale, xform
+void registerXformCommand(mel::CommandRegistry& registry);
+void registerPointCommands(mel::CommandRegistry& registry); ///< pointPosition, polyEvaluate
 
 } // namespace host

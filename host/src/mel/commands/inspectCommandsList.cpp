@@ -2,6 +2,8 @@
 #include "mel/command.h"
 #include "mel/commands/inspectCommands.h"
 #include "mel/commands/plugArguments.h"
+#include "nodes/geometry.h"
+#include "selection/component.h"
 #include "selection/selectionState.h"
 #include "session.h"
 #include "types/error.h"
@@ -62,7 +64,7 @@ void addNamed(Session& session, const std::string& name, const Args& args, std::
         }
         return addItems(items, args.isSet("flatten"), list);
     }
-    std::vector<Node*> nodes = session.graph().match(name, args.isSet("recursive"));
+    std::vector<Node*> nodes = session.graph().match(name, args.booleanOr("recursive", false));
     if (nodes.empty())
         nodes = session.graph().findAll(name);
     for (Node* const node : nodes)
@@ -118,6 +120,10 @@ bool passes(const Listed& entry, const Args& args)
         return false;
     if (args.isSet("assemblies") && (!dag || dag->parent()))
         return false;
+    if (args.isSet("geometry") && !(dag && pointComponentType(*dag) != MFn::kInvalid))
+        return false;
+    if (args.isSet("visible") && !(dag && isVisible(*dag)))
+        return false;
     if (args.isSet("noIntermediate") && node.isIntermediate())
         return false;
     if (args.isSet("intermediateObjects") && !node.isIntermediate())
@@ -125,6 +131,25 @@ bool passes(const Listed& entry, const Args& args)
     if (args.isSet("lockedNodes") && !node.locked)
         return false;
     return !args.isSet("defaultNodes") || node.isDefault;
+}
+
+/// -head and -tail: the first or last names only.
+mel::StringArray cutToEnds(mel::StringArray names, const Args& args)
+{
+    for (const char* flag : {"head", "tail"}) {
+        if (!args.isSet(flag))
+            continue;
+        const std::size_t each = args.isSet("showType") ? 2 : 1;
+        const auto wanted = each * static_cast<std::size_t>(std::max(0, args.integer(flag)));
+        if (wanted >= names.size())
+            continue;
+        const auto count = static_cast<std::ptrdiff_t>(wanted);
+        if (std::string(flag) == "head")
+            names.erase(names.begin() + count, names.end());
+        else
+            names.erase(names.begin(), names.end() - count);
+    }
+    return names;
 }
 
 Value ls(Session& session, const Args& args)
@@ -135,19 +160,23 @@ Value ls(Session& session, const Args& args)
         list = withDescendants(list, everything);
     }
     mel::StringArray names;
+    std::unordered_set<const Node*> seen; // an object counts once, however many of its parts are listed
     for (const Listed& entry : list) {
         if (!passes(entry, args))
             continue;
         const std::string name =
             args.isSet("uuid") ? entry.node->uuid() : shownName(*entry.node, args.isSet("long"));
-        std::vector<std::string> texts = entry.texts.empty() ? std::vector<std::string>{name} : entry.texts;
+        const bool whole = entry.texts.empty() || args.isSet("objectsOnly");
+        if (whole && args.isSet("objectsOnly") && !seen.insert(entry.node).second)
+            continue;
+        std::vector<std::string> texts = whole ? std::vector<std::string>{name} : entry.texts;
         for (std::string& text : texts) {
             names.push_back(std::move(text));
             if (args.isSet("showType"))
                 names.push_back(entry.node->type().name);
         }
     }
-    return names;
+    return cutToEnds(std::move(names), args);
 }
 
 void addRelatives(DagNode& node, const Args& args, std::vector<DagNode*>& found)
@@ -311,7 +340,7 @@ void registerLs(mel::CommandRegistry& registry)
                      .flag("os", "orderedSelection")
                      .flag("fl", "flatten")
                      .flag("l", "long")
-                     .flag("r", "recursive")
+                     .flag("r", "recursive", {ArgType::kBool})
                      .flag("typ", "type", {ArgType::kString})
                      .multi()
                      .flag("et", "exactType", {ArgType::kString})
@@ -327,6 +356,11 @@ void registerLs(mel::CommandRegistry& registry)
                      .flag("dn", "defaultNodes")
                      .flag("ap", "allPaths")
                      .flag("sn", "shortNames")
+                     .flag("o", "objectsOnly")
+                     .flag("g", "geometry")
+                     .flag("v", "visible")
+                     .flag("hd", "head", {ArgType::kInt})
+                     .flag("tl", "tail", {ArgType::kInt})
                      .flag("st", "showType")
                      .flag("uid", "uuid")
                      .objects(0),

@@ -180,6 +180,7 @@ void registerNodeCommands(mel::CommandRegistry& registry)
     registerAttributeCommands(registry);
     registerConnectionCommands(registry);
     registerHierarchyCommands(registry);
+    registerVisibilityCommands(registry);
 }
 
 } // namespace host

@@ -15,6 +15,7 @@ void registerAttributeCommands(
 void registerConnectionCommands(mel::CommandRegistry& registry); ///< connectAttr, disconnectAttr
 void registerHierarchyCommands(mel::CommandRegistry& registry);  ///< parent, duplicate
 void registerGroupCommand(mel::CommandRegistry& registry);       ///< group
+void registerVisibilityCommands(mel::CommandRegistry& registry); ///< hide, showHidden
 
 /// The name that the shape of a transform has by custom: body -> bodyShape, body1 -> bodyShape1.
 std::string customaryShapeName(const std::string& transform);

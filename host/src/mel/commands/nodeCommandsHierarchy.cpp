@@ -4,7 +4,7 @@
 #include "mel/commands/nodeCommands.h"
 #include "mel/commands/plugArguments.h"
 #include "nodes/geometry.h"
-#include "nodes/transformMatrix.h"
+#include "nodes/transformPlacing.h"
 #include "scene/maReader.h"
 #include "scene/maText.h"
 #include "scene/maWriter.h"
@@ -13,11 +13,7 @@
 #include "types/error.h"
 #include "undo/edits.h"
 
-#include <ImathEuler.h>
-#include <ImathMatrixAlgo.h>
-
 #include <algorithm>
-#include <cmath>
 #include <memory>
 #include <sstream>
 
@@ -29,49 +25,6 @@ using mel::Args;
 using mel::ArgType;
 using mel::CommandSpec;
 using mel::Value;
-
-void setTriple(Session& session, Node& node, const char* attribute, const Imath::V3d& value)
-{
-    const Plug plug = node.plug(attribute);
-    for (unsigned axis = 0; axis < 3; ++axis) {
-        if (plug.child(axis).number() != value[static_cast<int>(axis)])
-            session.edits().setNumber(plug.child(axis), value[static_cast<int>(axis)]);
-    }
-}
-
-/// Degrees about x, y and z of a rotation in the given order.
-Imath::V3d anglesOf(const Imath::M44d& rotation, int order)
-{
-    using Euler = Imath::Eulerd;
-    static constexpr Euler::Order kOrders[] = {Euler::XYZ, Euler::YZX, Euler::ZXY,
-                                               Euler::XZY, Euler::YXZ, Euler::ZYX};
-    Euler angles(kOrders[order]);
-    angles.extract(rotation);
-    return angles.toXYZVector() * (180.0 / M_PI);
-}
-
-/// Chooses translate, rotate, scale and shear such that the node comes to stand as it stood; pivots,
-/// rotate axis and joint orient stay.
-void placeInWorld(Session& session, DagNode& node, const Imath::M44d& world)
-{
-    const Imath::M44d above = node.plug("offsetParentMatrix").matrix() * parentMatrix(node);
-    const Imath::M44d local = world * above.inverse();
-    TransformParts parts = transformParts(node);
-    Imath::M44d rotation = local;
-    if (!Imath::extractAndRemoveScalingAndShear(rotation, parts.scale, parts.shear, false))
-        throw Error("parent: " + node.uniqueName() +
-                    " has no size in one direction and cannot keep its place.");
-    rotation[3][0] = rotation[3][1] = rotation[3][2] = 0.0;
-    const Imath::M44d axis = rotationMatrix(parts.rotateAxis, 0),
-                      orient = rotationMatrix(parts.jointOrient, 0);
-    parts.rotate = anglesOf(axis.inverse() * rotation * orient.inverse(), parts.rotateOrder);
-    parts.translate = Imath::V3d(0.0);
-    parts.translate = local.translation() - localMatrix(parts).translation();
-    setTriple(session, node, "translate", parts.translate);
-    setTriple(session, node, "rotate", parts.rotate);
-    setTriple(session, node, "scale", parts.scale);
-    setTriple(session, node, "shear", parts.shear);
-}
 
 /// A joint learns the scale of the joint above, to take it out of its own matrix.
 void linkScale(Session& session, DagNode& node)

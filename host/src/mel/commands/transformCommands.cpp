@@ -1,4 +1,4 @@
-// joint, xform, move, rotate, scale: objects and control points put in their place.
+// joint, move, rotate, scale: objects and control points put in their place.
 #include "mel/command.h"
 #include "mel/commands/commandTargets.h"
 #include "mel/commands/geometryCommands.h"
@@ -8,8 +8,6 @@
 #include "session.h"
 #include "types/error.h"
 #include "undo/edits.h"
-
-#include <array>
 
 namespace host {
 
@@ -44,11 +42,6 @@ void setTriple(Session& session, DagNode& node, const char* attribute, const V3d
     setTriple(session, node.plug(attribute), value);
 }
 
-mel::FloatArray numbers(const V3d& value)
-{
-    return {value.x, value.y, value.z};
-}
-
 /// Puts one control point where it should be, by the offset that the shape or its tweak node has for it.
 void placePoint(Session& session, DagNode& shape, int point, const V3d& target, const V3d& now)
 {
@@ -56,11 +49,65 @@ void placePoint(Session& session, DagNode& shape, int point, const V3d& target, 
     setTriple(session, offset, tripleValue(offset) + target - now);
 }
 
-struct Placement {
-    V3d value;
-    bool relative = false;
-    bool world = false;
-};
+Value moveCommand(Session& session, const Args& args)
+{
+    Placement to;
+    to.relative = args.isSet("relative");
+    to.world = args.isSet("worldSpace") || (!args.isSet("objectSpace") && !args.isSet("localSpace"));
+    const std::vector<double> xyz = leadingNumbers(args, 3);
+    to.value = {xyz[0], xyz[1], xyz[2]};
+    for (const SelectionItem& item : commandTargets(session, namesAfter(args, 3)).items)
+        moveItem(session, item, to);
+    return {};
+}
+
+/// rotate and scale set or change the attribute of objects.
+mel::CommandFunction attributeCommand(const char* attribute, bool multiplies)
+{
+    return [attribute, multiplies](Session& session, const Args& args) -> Value {
+        const std::vector<double> xyz = leadingNumbers(args, 3);
+        const V3d given(xyz[0], xyz[1], xyz[2]);
+        for (const SelectionItem& item : commandTargets(session, namesAfter(args, 3)).items) {
+            if (item.component)
+                throw Error(args.commandName() + " works on objects, not on components.");
+            DagNode& node = transformOf(item);
+            const V3d now = triple(node, attribute);
+            const bool relative = args.isSet("relative");
+            setTriple(session, node, attribute, !relative ? given : multiplies ? now * given : now + given);
+        }
+        return {};
+    };
+}
+
+/// A new joint goes under the selected joint (or transform) and is selected, so that a row of calls makes a
+/// chain. The position is in world space unless -relative is given.
+Value jointCommand(Session& session, const Args& args)
+{
+    DagNode* parent = nullptr;
+    for (const SelectionItem& item : session.selection().active().items) {
+        DagNode* dag = item.node->asDag();
+        if (!item.component && dag && !dag->isShape())
+            parent = dag;
+    }
+    const NodeType* type = session.graph().types().find("joint");
+    DagNode& node = *session.edits().create(*type, args.textOr("name", ""), parent).asDag();
+    if (args.isSet("position")) {
+        V3d local = args.vector("position");
+        if (parent && !args.isSet("relative"))
+            worldMatrix(*parent).inverse().multVecMatrix(args.vector("position"), local);
+        setTriple(session, node, "translate", local);
+    }
+    if (args.isSet("orientation"))
+        setTriple(session, node, "jointOrient", args.vector("orientation"));
+    if (args.isSet("radius"))
+        session.edits().setNumber(node.plug("radius"), args.number("radius"));
+    if (parent && parent->findAttribute("radius"))
+        session.edits().connect(parent->plug("scale"), node.plug("inverseScale"));
+    selectOnly(session, node);
+    return Value(node.uniqueName());
+}
+
+} // namespace
 
 void moveItem(Session& session, const SelectionItem& item, const Placement& to)
 {
@@ -96,143 +143,6 @@ void moveItem(Session& session, const SelectionItem& item, const Placement& to)
     }
 }
 
-Value moveCommand(Session& session, const Args& args)
-{
-    Placement to;
-    to.relative = args.isSet("relative");
-    to.world = args.isSet("worldSpace") || (!args.isSet("objectSpace") && !args.isSet("localSpace"));
-    const std::vector<double> xyz = leadingNumbers(args, 3);
-    to.value = {xyz[0], xyz[1], xyz[2]};
-    for (const SelectionItem& item : commandTargets(session, namesAfter(args, 3)).items)
-        moveItem(session, item, to);
-    return {};
-}
-
-/// rotate and scale set or change the attribute of objects.
-mel::CommandFunction attributeCommand(const char* attribute, bool multiplies)
-{
-    return [attribute, multiplies](Session& session, const Args& args) -> Value {
-        const std::vector<double> xyz = leadingNumbers(args, 3);
-        const V3d given(xyz[0], xyz[1], xyz[2]);
-        for (const SelectionItem& item : commandTargets(session, namesAfter(args, 3)).items) {
-            if (item.component)
-                throw Error(args.commandName() + " works on objects, not on components.");
-            DagNode& node = transformOf(item);
-            const V3d now = triple(node, attribute);
-            const bool relative = args.isSet("relative");
-            setTriple(session, node, attribute, !relative ? given : multiplies ? now * given : now + given);
-        }
-        return {};
-    };
-}
-
-Value queryXform(Session& session, const Args& args, const SelectionList& targets)
-{
-    const bool world = args.isSet("worldSpace");
-    const SelectionItem& item = targets.items.at(0);
-    if (args.isSet("translation") && item.component) {
-        mel::FloatArray all;
-        for (const SelectionItem& each : targets.items)
-            for (const V3d& point : pointPositions(*each.node->asDag(), each.component.get(), world))
-                all.insert(all.end(), {point.x, point.y, point.z});
-        return all;
-    }
-    DagNode& node = transformOf(item);
-    (void)session;
-    if (args.isSet("matrix")) {
-        const Imath::M44d matrix =
-            world ? worldMatrix(node) : worldMatrix(node) * parentMatrix(node).inverse();
-        mel::FloatArray cells;
-        for (int row = 0; row < 4; ++row)
-            for (int column = 0; column < 4; ++column)
-                cells.push_back(matrix[row][column]);
-        return cells;
-    }
-    if (args.isSet("translation"))
-        return numbers(world ? worldMatrix(node).translation() : triple(node, "translate"));
-    if (world && (args.isSet("rotation") || args.isSet("scale")))
-        throw Error("xform: -rotation and -scale are queried in object space only.");
-    if (args.isSet("rotation"))
-        return numbers(triple(node, "rotate"));
-    if (args.isSet("scale"))
-        return numbers(triple(node, "scale"));
-    if (args.isSet("rotatePivot"))
-        return numbers(triple(node, "rotatePivot"));
-    if (args.isSet("scalePivot"))
-        return numbers(triple(node, "scalePivot"));
-    throw Error(
-        "xform -query needs one of -translation, -rotation, -scale, -matrix, -rotatePivot, -scalePivot.");
-}
-
-Value xformCommand(Session& session, const Args& args)
-{
-    const SelectionList targets = commandTargets(session, args.objectNames());
-    if (args.query())
-        return queryXform(session, args, targets);
-    if (args.isSet("matrix"))
-        throw Error("xform: -matrix can be queried, not set.");
-    const bool relative = args.isSet("relative");
-    const bool world = args.isSet("worldSpace");
-    if (world && (args.isSet("rotation") || args.isSet("scale")))
-        throw Error("xform: -rotation and -scale are set in object space only.");
-    for (const SelectionItem& item : targets.items) {
-        if (args.isSet("translation"))
-            moveItem(session, item, {args.vector("translation"), relative, world});
-        if (item.component)
-            continue;
-        DagNode& node = transformOf(item);
-        if (args.isSet("rotation"))
-            setTriple(session, node, "rotate",
-                      relative ? triple(node, "rotate") + args.vector("rotation") : args.vector("rotation"));
-        if (args.isSet("scale"))
-            setTriple(session, node, "scale",
-                      relative ? triple(node, "scale") * args.vector("scale") : args.vector("scale"));
-        for (const char* pivot : {"rotatePivot", "scalePivot"})
-            if (args.isSet(pivot) || args.isSet("pivots"))
-                setTriple(session, node, pivot, args.vector(args.isSet(pivot) ? pivot : "pivots"));
-        if (args.isSet("rotateOrder")) {
-            static const std::array<const char*, 6> orders{"xyz", "yzx", "zxy", "xzy", "yxz", "zyx"};
-            std::size_t order = 0;
-            while (order < orders.size() && args.text("rotateOrder") != orders[order])
-                ++order;
-            if (order == orders.size())
-                throw Error("xform: -rotateOrder takes xyz, yzx, zxy, xzy, yxz or zyx.");
-            session.edits().setNumber(node.plug("rotateOrder"), static_cast<double>(order));
-        }
-    }
-    return {};
-}
-
-/// A new joint goes under the selected joint (or transform) and is selected, so that a row of calls makes a
-/// chain. The position is in world space unless -relative is given.
-Value jointCommand(Session& session, const Args& args)
-{
-    DagNode* parent = nullptr;
-    for (const SelectionItem& item : session.selection().active().items) {
-        DagNode* dag = item.node->asDag();
-        if (!item.component && dag && !dag->isShape())
-            parent = dag;
-    }
-    const NodeType* type = session.graph().types().find("joint");
-    DagNode& node = *session.edits().create(*type, args.textOr("name", ""), parent).asDag();
-    if (args.isSet("position")) {
-        V3d local = args.vector("position");
-        if (parent && !args.isSet("relative"))
-            worldMatrix(*parent).inverse().multVecMatrix(args.vector("position"), local);
-        setTriple(session, node, "translate", local);
-    }
-    if (args.isSet("orientation"))
-        setTriple(session, node, "jointOrient", args.vector("orientation"));
-    if (args.isSet("radius"))
-        session.edits().setNumber(node.plug("radius"), args.number("radius"));
-    if (parent && parent->findAttribute("radius"))
-        session.edits().connect(parent->plug("scale"), node.plug("inverseScale"));
-    selectOnly(session, node);
-    return Value(node.uniqueName());
-}
-
-} // namespace
-
 void registerTransformCommands(mel::CommandRegistry& registry)
 {
     const auto placing = [](const char* name) {
@@ -248,23 +158,7 @@ void registerTransformCommands(mel::CommandRegistry& registry)
     registry.add(placing("move"), moveCommand);
     registry.add(placing("rotate"), attributeCommand("rotate", false));
     registry.add(placing("scale"), attributeCommand("scale", true));
-    registry.add(CommandSpec("xform")
-                     .flag("t", "translation", kThree)
-                     .flag("ro", "rotation", kThree)
-                     .flag("s", "scale", kThree)
-                     .flag("rp", "rotatePivot", kThree)
-                     .flag("sp", "scalePivot", kThree)
-                     .flag("piv", "pivots", kThree)
-                     .flag("m", "matrix", std::vector<ArgType>(16, ArgType::kFloat))
-                     .flag("roo", "rotateOrder", {ArgType::kString})
-                     .flag("r", "relative")
-                     .flag("a", "absolute")
-                     .flag("ws", "worldSpace")
-                     .flag("os", "objectSpace")
-                     .objects(0)
-                     .query()
-                     .undoable(),
-                 xformCommand);
+    registerXformCommand(registry);
     registry.add(CommandSpec("joint")
                      .flag("n", "name", {ArgType::kString})
                      .flag("p", "position", kThree)
