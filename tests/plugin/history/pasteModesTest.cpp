@@ -1,0 +1,199 @@
+// Copy and paste in every mode: what goes with what, which number lands where, its undo and redo.
+#include "plugin/history/historyScene.h"
+#include "support/weights.h"
+#include "undo/undoQueue.h"
+
+#include <cmath>
+#include <tuple>
+
+using namespace testing_support;
+
+namespace {
+
+double narrowed(double number)
+{
+    return static_cast<double>(static_cast<float>(number));
+}
+
+/// A copied point: its piece, its position there, and its vertex.
+struct Match {
+    std::size_t piece, position, vertex;
+};
+
+class PasteScene : public HistoryScene {
+public:
+    /// What a copy holds, and how it goes on to the target.
+    struct Copied {
+        const ModeRow* row;
+        Pieces pieces;
+        State state;
+    };
+
+    Copied copy(const ModeRow& row, const std::string& names)
+    {
+        choose(row);
+        select(names);
+        Copied copied{&row, pieces(), state()};
+        edit("-copy true");
+        return copied;
+    }
+    /// The search from every target point through every copied one; the first of the nearest wins.
+    std::vector<Match> matches(const Piece& target, const Pieces& copied) const
+    {
+        std::vector<Match> found;
+        for (const int vertex : target.vertices) {
+            const Numbers& at = restPoints[target.mesh][static_cast<std::size_t>(vertex)];
+            double best = 1000;
+            Match match = {0, 0, 0};
+            for (std::size_t c = 0; c < copied.size(); ++c)
+                for (std::size_t k = 0; k < copied[c].vertices.size(); ++k) {
+                    const auto v = static_cast<std::size_t>(copied[c].vertices[k]);
+                    const Numbers& other = restPoints[copied[c].mesh][v];
+                    const double x = at[0] - other[0], y = at[1] - other[1], z = at[2] - other[2];
+                    const double distance = std::sqrt(x * x + y * y + z * z);
+                    if (distance < best) {
+                        best = distance;
+                        match = {c, k, v};
+                    }
+                }
+            found.push_back(match);
+        }
+        return found;
+    }
+    static double copiedNumber(const Copied& copied, const Match& match, std::size_t influence)
+    {
+        const int mesh = copied.pieces[match.piece].mesh;
+        const std::string place = " " + std::to_string(mesh);
+        if (copied.row->kind == ModeRow::kSkin)
+            return copied.state.at("skin" + place)[match.vertex * 3 + influence];
+        if (copied.row->kind == ModeRow::kLayerInfluence)
+            return copied.state.at("layer " + std::to_string(influence) + place)[match.vertex];
+        return copied.state.at(copied.row->arrayOf(mesh))[match.vertex];
+    }
+
+    Change pasted(const ModeRow& row, const Copied& copied, const Pieces& target, const State& old)
+    {
+        // Whole arrays are written in the layer modes, of masks and dual quaternions through floats.
+        Change change = row.isLayer() ? undonePaste(row, target, old) : Change();
+        if (row.kind == ModeRow::kLayer)
+            for (auto& [array, numbers] : change)
+                for (auto& [index, number] : numbers)
+                    number = narrowed(number);
+        for (std::size_t i = 0; i < target.size(); ++i) {
+            const std::vector<Match> match = matches(target[i], copied.pieces);
+            const std::string array = row.arrayOf(target[i].mesh);
+            for (std::size_t m = 0; m < match.size(); ++m) {
+                const auto v = static_cast<std::size_t>(target[i].vertices[m]);
+                if (row.kind == ModeRow::kPlain)
+                    change[array][v] =
+                        narrowed(copiedNumber(copied, match[m], knee(copied.pieces[match[m].piece].mesh)));
+                // All rows are alike: influence j comes from the match of the target's point j.
+                for (std::size_t j = 0; row.kind == ModeRow::kSkin && j < 3; ++j)
+                    change[array][v * 3 + j] = narrowed(copiedNumber(copied, match[j], j));
+                // Found by the position that the match has in the last copied component.
+                if (row.kind == ModeRow::kLayer) {
+                    Match found = match[m];
+                    found.vertex = static_cast<std::size_t>(copied.pieces.back().vertices[found.position]);
+                    change[array][v] = narrowed(copiedNumber(copied, found, 0));
+                }
+                // Of several objects only the last keeps what was pasted.
+                for (std::size_t j = 0; row.kind == ModeRow::kLayerInfluence && j < 3; ++j)
+                    if (i + 1 == target.size())
+                        change["layer " + std::to_string(j) + " " + std::to_string(target[i].mesh)][v] =
+                            copiedNumber(copied, match[m], j);
+            }
+        }
+        return change;
+    }
+    /// Pastes, and takes it back and forth over whatever the scene holds by then.
+    void pasteUndoRedo(const ModeRow& row, const Copied& copied, const std::string& names)
+    {
+        choose(row);
+        select(names);
+        const Pieces target = pieces();
+        session.undo().flush();
+        const State old = state(), other = randomState(5);
+        const Change change = pasted(row, copied, target, old);
+        edit("-paste true");
+        expectState(state(), changed(old, change), "paste");
+        EXPECT_EQ(session.undo().undoCount(), 1u);
+        EXPECT_EQ(melString("undoInfo -q -undoName"), "morvaneToolCmd");
+        setState(other);
+        mel("undo");
+        expectState(state(), changed(other, undonePaste(row, target, old)), "undo");
+        setState(other);
+        unrecorded("select -cl");
+        mel("redo");
+        expectState(state(), changed(other, change), "redo");
+    }
+};
+
+class PasteModes : public PasteScene, public ::testing::WithParamInterface<std::tuple<ModeRow, ModeRow>> {};
+
+INSTANTIATE_TEST_SUITE_P(Pairs, PasteModes,
+                         ::testing::Combine(::testing::ValuesIn(modeRows()), ::testing::ValuesIn(modeRows())),
+                         [](const auto& pair) {
+                             return std::string(std::get<0>(pair.param).mode) + "Takes" +
+                                    std::get<1>(pair.param).mode;
+                         });
+
+TEST_P(PasteModes, OneMeshsWeightsReachItsDuplicateOrTheCopyIsRefused)
+{
+    const auto& [row, source] = GetParam();
+    build(row.isLayer() ? row : source);
+    startTool();
+    setState(randomState(4));
+    const Copied copied = copy(rowOf(source.mode), "sheet.vtx[*]");
+    ASSERT_EQ(copied.pieces.size(), 1u);
+    const bool accepted = row.kind == ModeRow::kPlain ? !source.isLayer() : row.kind == source.kind;
+    const std::string target = "twin.vtx[3:17] coarse.vtx[*]";
+    if (accepted)
+        return pasteUndoRedo(rowOf(row.mode), copied, row.kind == ModeRow::kSkin ? "twin.vtx[3:17]" : target);
+    choose(rowOf(row.mode));
+    select(target);
+    session.undo().flush();
+    const std::string scene = sceneText(session);
+    const State old = state();
+    // A skin says so for each object and then fails to write the first; a layer's influences say nothing.
+    const int warnings = row.kind == ModeRow::kLayerInfluence ? 0 : row.kind == ModeRow::kSkin ? 2 : 1;
+    for (int warning = 0; warning < warnings; ++warning)
+        expectWarning("Weights were copied in an incompatible weight mode");
+    if (row.kind == ModeRow::kSkin) // the platform says that the redo of this row fails
+        expectError("morvaneToolCmd: redoIt: (kInvalidParameter): Invalid parameter for this call");
+    const bool recorded = row.kind == ModeRow::kSkin || row.kind == ModeRow::kLayerInfluence;
+    testing::internal::CaptureStderr();
+    edit("-paste true");
+    EXPECT_EQ(session.undo().undoCount(), recorded ? 1u : 0u);
+    if (recorded)
+        mel("undo; redo; undo");
+    const std::string report = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(report.empty(), row.kind != ModeRow::kSkin) << report;
+    expectState(state(), old, "refused");
+    EXPECT_EQ(sceneText(session), scene);
+}
+
+class PasteAcross : public PasteScene, public ::testing::WithParamInterface<ModeRow> {};
+
+INSTANTIATE_TEST_SUITE_P(Modes, PasteAcross, ::testing::ValuesIn(modeRows()),
+                         [](const auto& row) { return std::string(row.param.mode); });
+
+const std::pair<const char*, const char*> kAcross[] = {
+    {"sheet.vtx[*]", "coarse.vtx[*]"},
+    {"coarse.vtx[*]", "sheet.vtx[*]"},
+    {"sheet.vtx[5:12]", "twin.vtx[*]"},
+    {"sheet.vtx[0:9] twin.vtx[*]", "coarse.vtx[*]"},
+    {"sheet.vtx[10:19] coarse.vtx[*] twin.vtx[*]", "coarse.vtx[2:7] sheet.vtx[3:9] twin.vtx[*]"},
+    {"coarse.vtx[*] sheet.vtx[0:8]", "twin.vtx[*] sheet.vtx[3:9]"}};
+
+TEST_P(PasteAcross, TopologiesAndObjectsFindTheNumbersOfTheirNearestCopiedPoints)
+{
+    build(GetParam());
+    startTool();
+    for (const auto& [from, onto] : kAcross) {
+        SCOPED_TRACE(std::string(from) + " onto " + onto);
+        setState(randomState(6));
+        pasteUndoRedo(rowOf(GetParam().mode), copy(rowOf(GetParam().mode), from), onto);
+    }
+}
+
+} // namespace

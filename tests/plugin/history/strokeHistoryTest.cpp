@@ -1,0 +1,150 @@
+// What redo and undo of a stroke write, mode by mode: one table of modes, one of clamps.
+#include "plugin/history/historyScene.h"
+#include "support/weights.h"
+#include "undo/undoQueue.h"
+
+#include <cmath>
+
+using namespace testing_support;
+
+namespace {
+
+// The clicked mesh comes last, so that where all meshes share the first one's weights it writes last.
+const char kEdited[] = "twin.vtx[8] twin.vtx[12] coarse.vtx[4] sheet.vtx[1]";
+
+class StrokeHistory : public HistoryScene, public ::testing::WithParamInterface<ModeRow> {
+public:
+    void SetUp() override
+    {
+        HistoryScene::SetUp();
+        build(GetParam());
+        pose();
+        mel("softSelect -sse 1 -ssd 6 -ssf 0");
+        startTool();
+        select(kEdited);
+        start = clickableState(2);
+        setState(start);
+    }
+    const ModeRow& row() const { return GetParam(); }
+    double clickedWeight()
+    {
+        return edited(0)[row().kind == ModeRow::kSkin ? kClicked * 3 + knee(0) : kClicked];
+    }
+    /// The offset that a drag gives, seen where nothing clamps it; the scene is as before afterwards.
+    double offsetOf(Pixel motion)
+    {
+        setClamps({});
+        strokeBy(motion);
+        const double offset = clickedWeight() - 0.5;
+        mel("undo");
+        setState(start);
+        return offset;
+    }
+    /// Makes a motion longer or shorter until its offset is as wanted, more or less. Small motions of a point
+    /// are measured in whole pixels, so that the way to go is not known beforehand.
+    double tuneOffset(Pixel& motion, double wanted)
+    {
+        double offset = offsetOf(motion);
+        for (int round = 0; round < 6 && std::abs(offset - wanted) > 0.1; ++round) {
+            motion.x = static_cast<int>(std::lround(motion.x * wanted / offset));
+            motion.y = static_cast<int>(std::lround(motion.y * wanted / offset));
+            offset = offsetOf(motion);
+        }
+        EXPECT_NEAR(offset, wanted, 0.1);
+        return offset;
+    }
+
+    State start;
+};
+
+INSTANTIATE_TEST_SUITE_P(Modes, StrokeHistory, ::testing::ValuesIn(modeRows()),
+                         [](const auto& row) { return std::string(row.param.mode); });
+
+const Clamps kClamps[] = {{false, false, 0, 1},    {true, false, 0, 1},  {true, false, 1, 1},
+                          {false, true, 0, 0.3},   {true, true, 0, 0.6}, {true, true, 0, 1},
+                          {true, true, 1, 0.25}, // they cross: all end at the lower one
+                          {false, true, 0, -0.125}};
+
+// Both write from what was recorded at the press, whatever the scene holds by then, and nothing else.
+TEST_P(StrokeHistory, RedoAndUndoWriteWhatTheModeSaysFromTheRecordAlone)
+{
+    const State other = randomState(3);
+    const Pieces selected = pieces();
+    ASSERT_EQ(selected.size(), 3u);
+    ASSERT_GT(selected[0].vertices.size(), 2u);
+    for (const double more : {0.35, -0.35}) {
+        setState(start);
+        Pixel motion = dragFor(more);
+        const double offset = tuneOffset(motion, more);
+        for (const bool distribute : {true, false})
+            for (const Clamps& clamps : kClamps) {
+                SCOPED_TRACE(testing::Message()
+                             << "offset " << offset << ", clamps " << clamps.min << clamps.max << " "
+                             << clamps.low << " " << clamps.high << (distribute ? "" : ", kept to itself"));
+                if (!distribute && row().kind != ModeRow::kLayerInfluence)
+                    continue;
+                edit(std::string("-ngDistributeWeights ") + (distribute ? "true" : "false"));
+                setClamps(clamps);
+                const StrokeRecord stroke{&row(), selected, offset, clamps, distribute};
+                setState(start);
+                session.undo().flush();
+                strokeBy(motion);
+                ASSERT_EQ(session.undo().undoCount(), 1u);
+                setClamps({false, false, 1, 7}); // the record keeps its own
+                edit(std::string("-ngDistributeWeights ") + (distribute ? "false" : "true"));
+                unrecorded("select -cl");
+                setState(other);
+                mel("undo");
+                expectState(state(), changed(other, undoneStroke(stroke, start)), "undo");
+                setState(other);
+                mel("redo");
+                expectState(state(), changed(other, redoneStroke(stroke, start, other)), "redo");
+                select(kEdited);
+            }
+    }
+}
+
+TEST_P(StrokeHistory, RedoBringsBackTheLiveStrokeBitForBitWhereBothClampsAreThoseOfTheStroke)
+{
+    setClamps({true, true, 0, 1});
+    const Pixel motion = dragFor(0.35);
+    setState(start);
+    session.undo().flush();
+    strokeBy(motion);
+    EXPECT_EQ(session.undo().undoCount(), 1u);
+    EXPECT_EQ(melString("undoInfo -q -undoName"), "morvaneToolCmd");
+    const State stroked = state();
+    ASSERT_NE(stroked, start);
+    for (int round = 0; round < 2; ++round) {
+        mel("undo");
+        if (row().isLayer())
+            setState(start);
+        EXPECT_EQ(state(), start);
+        mel("redo");
+        EXPECT_EQ(state(), stroked);
+    }
+}
+
+// In the modes that go element by element the first element is written as well, as it is, which makes the
+// deformer evaluate again: it exists afterwards.
+TEST_P(StrokeHistory, ElementWritesEndWithTheFirstElementAsItIs)
+{
+    mel("softSelect -sse 0; select sheet.vtx[1] twin.vtx[8]");
+    const Pixel motion = dragFor(0.35);
+    strokeBy(motion);
+    const bool refreshes = row().storesFloats && row().mode != std::string("default");
+    if (row().kind != ModeRow::kPlain)
+        return; // their numbers are no elements of a plug
+    const std::string first = row().plugOf(1) + "[0]";
+    for (const char* step : {"undo", "redo"}) {
+        SCOPED_TRACE(step);
+        unrecorded("removeMultiInstance " + first);
+        const double unset = melFloat("getAttr " + first);
+        ASSERT_FALSE(session.graph().plug(row().plugOf(1)).element(0).exists());
+        mel(step);
+        EXPECT_EQ(session.graph().plug(row().plugOf(1)).element(0).exists(), refreshes);
+        EXPECT_EQ(melFloat("getAttr " + first), unset);
+    }
+}
+
+} // namespace
