@@ -232,6 +232,14 @@ bool SkinInfluenceStore::fillPaste(const PasteJob& job, PasteRecord& pasted) con
         return false;
     }
     const auto influences = static_cast<std::size_t>(copied.copiedIndexArray[target]);
+    // Rows of another length would be written across the influences, where they happen to fit at all.
+    if (target >= job.target.validSkinClusters.length() ||
+        allPhysicalIndices(MFnSkinCluster(job.target.validSkinClusters[target])).length() != influences) {
+        refuseObject(job.object.path,
+                     "its skin has another number of influences than was copied; nothing was "
+                     "written for it.");
+        return false;
+    }
     if (points < influences) {
         refuseObject(job.object.path,
                      "it has fewer selected points than influences were copied; nothing was written for it.");

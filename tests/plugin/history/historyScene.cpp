@@ -419,6 +419,8 @@ State HistoryScene::clickableState(unsigned seed)
     for (auto& [array, numbers] : wanted)
         if (array.compare(0, 4, "skin") != 0)
             numbers[kClicked] = array == "layer 0 0" || array == "layer 2 0" ? 0.25 : 0.5;
+    if (hasLayers && chosen->array != std::string("layer mask"))
+        wanted["layer mask 0"][kClicked] = 1;
     for (std::size_t j = 0; j < kInfluences && !hasLayers; ++j)
         wanted["skin 0"][kClicked * kInfluences + j] = j == knee(0) ? 0.5 : 0.25;
     return wanted;
@@ -539,9 +541,13 @@ void expectState(const State& actual, const State& expected, const std::string& 
         ASSERT_EQ(found.size(), numbers.size()) << what << ": " << array;
         const bool doubles = array.compare(0, 4, "skin") == 0 || array.compare(0, 5, "blend") == 0 ||
                              array.compare(0, 5, "layer") == 0;
+        const double tolerance = doubles ? 1e-12 : 2e-7;
         for (std::size_t index = 0; index < numbers.size(); ++index)
-            EXPECT_NEAR(found[index], numbers[index], doubles ? 1e-12 : 2e-7)
-                << what << ": " << array << " at " << index;
+            if (!(std::abs(found[index] - numbers[index]) <= tolerance)) {
+                ADD_FAILURE() << what << ": " << array << " at " << index << " is " << found[index]
+                              << " and not " << numbers[index];
+                break;
+            }
     }
 }
 

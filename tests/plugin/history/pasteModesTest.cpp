@@ -183,7 +183,8 @@ const std::pair<const char*, const char*> kAcross[] = {
     {"sheet.vtx[5:12]", "twin.vtx[*]"},
     {"sheet.vtx[0:9] twin.vtx[*]", "coarse.vtx[*]"},
     {"sheet.vtx[10:19] coarse.vtx[*] twin.vtx[*]", "coarse.vtx[2:7] sheet.vtx[3:9] twin.vtx[*]"},
-    {"coarse.vtx[*] sheet.vtx[0:8]", "twin.vtx[*] sheet.vtx[3:9]"}};
+    {"coarse.vtx[*] sheet.vtx[0:8]", "twin.vtx[*] sheet.vtx[3:9]"},
+    {"coarse.vtx[0:3] sheet.vtx[1:8]", "twin.vtx[*]"}}; // its first points match different objects
 
 TEST_P(PasteAcross, TopologiesAndObjectsFindTheNumbersOfTheirNearestCopiedPoints)
 {
