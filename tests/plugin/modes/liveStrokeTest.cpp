@@ -353,4 +353,26 @@ TEST_P(LiveStroke, ADragAsksTheScriptLanguageForNothingButTheLayerWrites)
     }
 }
 
+// What a stroke works on was found at the press; its names are not asked for again.
+TEST_P(LiveStroke, NamesMayChangeDuringAStroke)
+{
+    mel("softSelect -sse 1 -ssd 4.5 -ssf 0; select sheet.vtx[7]");
+    edit("-clampMin false");
+    const State before = state();
+    const std::vector<Piece> entries = pieces();
+    const Imath::V2d way = direction(kMiddle);
+    const Pixel from = at(kMiddle), by = dragFor(way, 0.05);
+    press(from);
+    const std::vector<const char*> names = {"lift",  "face", "sheetSkin", "sheetShape",
+                                            "sheet", "pair", "knee"};
+    for (const char* name : names)
+        mel(std::string("rename ") + name + " renamed_" + name + "; createNode transform -n " + name);
+    dragTo(from, by);
+    for (const char* name : names)
+        mel(std::string("delete ") + name + "; rename renamed_" + name + " " + name);
+    EXPECT_EQ(weights(), expected("sheet", entries, before, offsetOf(way, by.x, by.y), kClamps[0]));
+    expectTheRest("sheet", before);
+    release({from.x + by.x, from.y + by.y});
+}
+
 } // namespace
