@@ -116,35 +116,20 @@ MStatus readWeights(int layerId, const MString& paintTarget, MDoubleArray& weigh
     return checkCount(weights, shape);
 }
 
-/// The values list of a write: each number as the platform writes it, in time linear in their count.
-std::string valuesText(const double* values, std::size_t count)
-{
-    std::string text;
-    text.reserve(count * 8);
-    MString number;
-    for (std::size_t vertex = 0; vertex < count; ++vertex) {
-        if (vertex != 0)
-            text += ',';
-        number.clear();
-        number += values[vertex];
-        text.append(number.asChar(), number.length());
-    }
-    return text;
-}
-
-std::string valuesText(const MDoubleArray& weights)
-{
-    const std::vector<double> values = toVector(weights);
-    return valuesText(values.data(), values.size());
-}
-
-void writeWeights(int layerId, const MString& paintTarget, const std::string& values, const MDagPath& shape)
+/// Runs the write whose values list `appendValues` appends to the text it is given.
+template <typename Append>
+void runWrite(int layerId, const MString& paintTarget, const MDagPath& shape, Append&& appendValues)
 {
     std::string command = (layerCommand(layerId, paintTarget) + " -e" + " -vertexWeights \"").asChar();
-    command += values;
+    appendValues(command);
     command += "\" ";
     command += shape.fullPathName().asChar();
-    runMel(command.c_str());
+    runMel(MString(command.data(), static_cast<int>(command.size())));
+}
+
+void writeWeights(int layerId, const MString& paintTarget, const MDoubleArray& weights, const MDagPath& shape)
+{
+    runWrite(layerId, paintTarget, shape, [&](std::string& text) { text += valuesText(toVector(weights)); });
 }
 
 } // namespace
@@ -198,12 +183,12 @@ bool layerHasChildren(MDagPath shape, int layerId)
 
 MStatus getNgMaskWeights(int layerId, MDoubleArray& weights, const MDagPath& shape)
 {
-    return readWeights(layerId, "mask", weights, shape, kMaskLines);
+    return readWeights(layerId, kNgMaskTarget, weights, shape, kMaskLines);
 }
 
 MStatus getNgDqWeights(int layerId, MDoubleArray& weights, const MDagPath& shape)
 {
-    return readWeights(layerId, "dq", weights, shape, kDqLines);
+    return readWeights(layerId, kNgDqTarget, weights, shape, kDqLines);
 }
 
 MStatus getNgInfluenceWeights(int layerId, unsigned int influence, MDoubleArray& weights,
@@ -214,18 +199,18 @@ MStatus getNgInfluenceWeights(int layerId, unsigned int influence, MDoubleArray&
 
 void setNgMaskWeights(int layerId, const MDoubleArray& weights, const MDagPath& shape)
 {
-    writeWeights(layerId, "mask", valuesText(weights), shape);
+    writeWeights(layerId, kNgMaskTarget, weights, shape);
 }
 
 void setNgDqWeights(int layerId, const MDoubleArray& weights, const MDagPath& shape)
 {
-    writeWeights(layerId, "dq", valuesText(weights), shape);
+    writeWeights(layerId, kNgDqTarget, weights, shape);
 }
 
 void setNgInfluenceWeights(int layerId, unsigned int influence, const MDoubleArray& weights,
                            const MDagPath& shape)
 {
-    writeWeights(layerId, influenceTarget(influence), valuesText(weights), shape);
+    writeWeights(layerId, influenceTarget(influence), weights, shape);
 }
 
 void setNgInfluenceWeights2(int layerId, unsigned int influence, const MIntArray& allInfluenceIds,
@@ -239,10 +224,25 @@ void setNgInfluenceWeights2(int layerId, unsigned int influence, const MIntArray
         refuseObject(shape, kSparseInfluences);
 }
 
+NgWeightsWriter::NgWeightsWriter(int layerId, const MString& paintTarget, const MDoubleArray& oldWeights,
+                                 const MDagPath& shape)
+    : layer(layerId), target(paintTarget), path(shape), texts(toVector(oldWeights))
+{}
+
+NgWeightsWriter::NgWeightsWriter(int layerId, unsigned int influence, const MDoubleArray& oldWeights,
+                                 const MDagPath& shape)
+    : NgWeightsWriter(layerId, influenceTarget(influence), oldWeights, shape)
+{}
+
+void NgWeightsWriter::write(const std::vector<double>& weights)
+{
+    runWrite(layer, target, path, [&](std::string& text) { texts.append(weights, text); });
+}
+
 NgInfluenceWriter::NgInfluenceWriter(int layerId, unsigned int influence, const MIntArray& allInfluenceIds,
                                      const std::vector<MDoubleArray>& oldAllWeights, const MDagPath& shape,
                                      bool distribute)
-    : layer(layerId), edited(influence), path(shape), spread(distribute), oldTexts(oldAllWeights.size())
+    : layer(layerId), edited(influence), path(shape), spread(distribute), writers(oldAllWeights.size())
 {
     table.logicalIndices = toVector(allInfluenceIds);
     table.rows.reserve(oldAllWeights.size());
@@ -261,16 +261,20 @@ void NgInfluenceWriter::write(const std::vector<double>& newWeights)
     // Both look-ups use the logical index as a position; canWrite has made sure that it is one.
     for (int logical : table.logicalIndices) {
         const auto row = static_cast<std::size_t>(logical);
-        if (static_cast<unsigned int>(table.logicalIndices[row]) == edited)
-            continue;
-        const MString target = influenceTarget(static_cast<unsigned int>(logical));
-        if (!changed[row].empty()) {
-            writeWeights(layer, target, valuesText(changed[row].data(), changed[row].size()), path);
-            continue;
-        }
-        if (oldTexts[row].empty())
-            oldTexts[row] = valuesText(table.rows[row].data(), table.rows[row].size());
-        writeWeights(layer, target, oldTexts[row], path);
+        if (static_cast<unsigned int>(table.logicalIndices[row]) != edited)
+            writeRow(row, changed[row].empty() ? table.rows[row] : changed[row]);
     }
-    writeWeights(layer, influenceTarget(edited), valuesText(newWeights.data(), newWeights.size()), path);
+    writeRow(edited, newWeights);
+}
+
+/// Rows are addressed by their logical index, so that of the edited influence is its own too.
+void NgInfluenceWriter::writeRow(std::size_t row, const std::vector<double>& weights)
+{
+    std::unique_ptr<NgWeightsWriter>& writer = writers[row];
+    if (writer == nullptr) {
+        const std::vector<double>& old = table.rows[row];
+        const MDoubleArray oldWeights(old.data(), static_cast<unsigned int>(old.size()));
+        writer.reset(new NgWeightsWriter(layer, static_cast<unsigned int>(row), oldWeights, path));
+    }
+    writer->write(weights);
 }

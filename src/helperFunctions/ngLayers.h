@@ -1,5 +1,6 @@
 #pragma once
 
+#include "helperFunctions/valuesText.h"
 #include "kernels/redistribution.h"
 
 #include <maya/MDagPath.h>
@@ -8,6 +9,7 @@
 #include <maya/MObject.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -15,6 +17,10 @@
 // Layers of ngSkinTools2, an outside plug-in that is driven only through its command `ngst2Layers`.
 // Per-vertex arrays hold one value per vertex of the whole shape, in vertex order. `influence` is always a
 // logical index.
+
+/// The paint targets that are no influence.
+constexpr const char* kNgMaskTarget = "mask";
+constexpr const char* kNgDqTarget = "dq";
 
 /// A layer list that cannot be read: its text names the shape and the reason.
 class LayerListError : public std::runtime_error {
@@ -52,8 +58,27 @@ void setNgInfluenceWeights2(int layerId, unsigned int influence, const MIntArray
                             const MDoubleArray& newWeights, const MDagPath& shape,
                             const std::vector<MDoubleArray>& oldAllWeights, bool distribute);
 
-/// setNgInfluenceWeights2 for a whole stroke: the old weights are converted once, and the text of an
-/// influence that keeps its weights is made once.
+/// Writes one array of a layer again and again: what stays as it was is not formatted again.
+class NgWeightsWriter {
+public:
+    /// `oldWeights` as they were before the first write.
+    NgWeightsWriter(int layerId, const MString& paintTarget, const MDoubleArray& oldWeights,
+                    const MDagPath& shape);
+    NgWeightsWriter(int layerId, unsigned int influence, const MDoubleArray& oldWeights,
+                    const MDagPath& shape);
+
+    /// As many weights as there were.
+    void write(const std::vector<double>& weights);
+
+private:
+    int layer;
+    MString target;
+    MDagPath path;
+    ValuesText texts;
+};
+
+/// setNgInfluenceWeights2 for a whole stroke: the old weights are converted once, and the texts of weights
+/// that stay as they were are made once.
 class NgInfluenceWriter {
 public:
     NgInfluenceWriter(int layerId, unsigned int influence, const MIntArray& allInfluenceIds,
@@ -65,10 +90,12 @@ public:
     void write(const std::vector<double>& newWeights);
 
 private:
+    void writeRow(std::size_t row, const std::vector<double>& weights);
+
     int layer;
     unsigned int edited;
     MDagPath path;
     bool spread;
     InfluenceTable table;
-    std::vector<std::string> oldTexts; ///< of the table's rows; empty until needed
+    std::vector<std::unique_ptr<NgWeightsWriter>> writers; ///< of the table's rows; null until needed
 };

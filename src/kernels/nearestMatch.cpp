@@ -1,20 +1,66 @@
 #include "kernels/nearestMatch.h"
 
-#include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 #include <limits>
 #include <nanoflann.hpp>
 
 namespace {
 
-/// A point within this factor of the best square may still be an equal or smaller distance once roots are
-/// compared, since the tree's sums round differently.
-constexpr double kSlack = 1.0 + 1e-9;
+/// Squares that lie closer to one another than by this factor may belong to equal distances, or to distances
+/// in the other order: roots round, and the tree's sums round differently.
+constexpr double kSlack = 1e-9;
+/// Below this a square has lost digits and says nothing for sure.
+constexpr double kFullPrecision = 1e-280;
 
 bool isFinite(const Position& point)
 {
     return std::isfinite(point[0]) && std::isfinite(point[1]) && std::isfinite(point[2]);
 }
+
+/// Tells positions that were met before: an open hash table of indices into the points gathered so far.
+class MetPoints {
+public:
+    MetPoints(const std::vector<Position>& gathered, std::size_t mostPoints) : points(gathered)
+    {
+        std::size_t size = 16;
+        while (size < mostPoints * 2)
+            size *= 2;
+        slots.assign(size, 0);
+    }
+
+    /// Whether the position is new; the caller then gathers it.
+    bool isNew(const Position& point)
+    {
+        const std::size_t mask = slots.size() - 1;
+        for (std::size_t slot = hashOf(point) & mask;; slot = (slot + 1) & mask) {
+            if (slots[slot] == 0) {
+                slots[slot] = points.size() + 1;
+                return true;
+            }
+            if (points[slots[slot] - 1] == point)
+                return false;
+        }
+    }
+
+private:
+    static std::size_t hashOf(const Position& point)
+    {
+        std::uint64_t hash = 0;
+        for (double coordinate : point) {
+            const double unsignedZero = coordinate + 0.0;
+            std::uint64_t bits = 0;
+            std::memcpy(&bits, &unsignedZero, sizeof bits);
+            hash = (hash ^ bits) * 0x9E3779B97F4A7C15U; // the golden ratio spreads well
+            hash ^= hash >> 32;
+        }
+        return static_cast<std::size_t>(hash);
+    }
+
+    const std::vector<Position>& points;
+    std::vector<std::size_t> slots; ///< 0 = free, else an index plus one
+};
 
 /// The distinct finite vertices of one object, as the tree library reads them.
 struct Cloud {
@@ -23,19 +69,13 @@ struct Cloud {
 
     explicit Cloud(const std::vector<Position>& vertices)
     {
-        std::vector<std::size_t> order;
-        order.reserve(vertices.size());
-        for (std::size_t k = 0; k < vertices.size(); ++k) {
-            if (isFinite(vertices[k]))
-                order.push_back(k);
-        }
-        std::sort(order.begin(), order.end(), [&vertices](std::size_t a, std::size_t b) {
-            return vertices[a] != vertices[b] ? vertices[a] < vertices[b] : a < b;
-        });
+        points.reserve(vertices.size());
+        positions.reserve(vertices.size());
         // Coincident points are one point: a query in the middle of thousands of them must not visit them
         // all.
-        for (std::size_t k : order) {
-            if (!points.empty() && points.back() == vertices[k])
+        MetPoints met(points, vertices.size());
+        for (std::size_t k = 0; k < vertices.size(); ++k) {
+            if (!isFinite(vertices[k]) || !met.isNew(vertices[k]))
                 continue;
             points.push_back(vertices[k]);
             positions.push_back(k);
@@ -52,10 +92,11 @@ struct Cloud {
 };
 
 /// Collects the best vertex by the exact rule while the tree is walked; it outlives one tree, so that an
-/// earlier object's vertex is kept on equal distances.
+/// earlier object's vertex is kept on equal distances. Squares decide where they can; only near a tie are
+/// roots taken.
 class BestMatch {
 public:
-    explicit BestMatch(const Position& fromPoint) : from(fromPoint) { setBest(kMatchLimit); }
+    explicit BestMatch(const Position& fromPoint) : from(fromPoint) { setSquare(kMatchLimit * kMatchLimit); }
 
     void enter(std::size_t objectIndex, const Cloud& objectCloud)
     {
@@ -72,32 +113,43 @@ public:
     bool full() const { return true; }
     double worstDist() const { return reach; }
     void sort() {}
-    bool addPoint(double, std::size_t point)
+    bool addPoint(double square, std::size_t point)
     {
-        const double candidate = distanceBetween(from, cloud->points[point]);
-        const std::size_t position = cloud->positions[point];
-        const bool metEarlier = best.found && best.object == object && position < best.position;
-        if (candidate < distance || (candidate == distance && metEarlier)) {
-            best = {true, object, position};
-            setBest(candidate);
-        }
+        if (square < surelyNearer || (square < reach && isBetter(point)))
+            take(point, square);
         return true;
     }
 
 private:
-    void setBest(double newDistance)
+    bool isBetter(std::size_t point) const
     {
-        distance = newDistance;
+        const double candidate = distanceBetween(from, cloud->points[point]);
+        const double distance = best.found ? distanceBetween(from, *bestPoint) : kMatchLimit;
+        const bool metEarlier = best.found && best.object == object && cloud->positions[point] < best.position;
+        return candidate < distance || (candidate == distance && metEarlier);
+    }
+
+    void take(std::size_t point, double square)
+    {
+        best = {true, object, cloud->positions[point]};
+        bestPoint = &cloud->points[point];
+        setSquare(square);
+    }
+
+    void setSquare(double square)
+    {
+        surelyNearer = square > kFullPrecision ? square * (1.0 - kSlack) : 0.0;
         // Never zero: the tree takes only points below this square, and a coincident point's square is zero.
-        reach = distance * distance * kSlack + std::numeric_limits<double>::min();
+        reach = square * (1.0 + kSlack) + std::numeric_limits<double>::min();
     }
 
     Position from;
     std::size_t object = 0;
     const Cloud* cloud = nullptr;
     VertexMatch best{false, 0, 0};
-    double distance = kMatchLimit;
-    double reach = 0.0;
+    const Position* bestPoint = nullptr;
+    double surelyNearer = 0.0; ///< any smaller square is a smaller distance
+    double reach = 0.0;        ///< no square from here on is as small a distance
 };
 
 using KdTree =

@@ -16,7 +16,8 @@ public:
     InfluenceProbe(int layer, const MDagPath& shape, const std::vector<MDoubleArray>& oldWeights,
                    const MIntArray& logicalIndices, unsigned int physicalIndex, unsigned int vertexIndex)
         : layerId(layer), path(shape), old(oldWeights), logical(logicalIndices), physical(physicalIndex),
-          vertex(vertexIndex)
+          vertex(vertexIndex),
+          writer(layerId, static_cast<unsigned int>(logical[physical]), old[physical], path)
     {}
     MStatus writeLow(double step) override { return write(-step); }
     MStatus writeHigh(double step) override { return write(step); }
@@ -31,9 +32,9 @@ public:
 private:
     MStatus write(double nudge)
     {
-        MDoubleArray nudged(old[physical]);
+        std::vector<double> nudged = toVector(old[physical]);
         nudged[vertex] += nudge;
-        setNgInfluenceWeights(layerId, static_cast<unsigned int>(logical[physical]), nudged, path);
+        writer.write(nudged);
         return MS::kSuccess;
     }
 
@@ -43,6 +44,7 @@ private:
     MIntArray logical;
     unsigned int physical;
     unsigned int vertex;
+    NgWeightsWriter writer; ///< of the edited influence
 };
 
 class InfluenceLive : public LiveObject {

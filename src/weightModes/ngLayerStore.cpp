@@ -11,64 +11,63 @@ namespace {
 
 /// What differs between the two kinds of layer weights.
 struct LayerRow {
+    const char* paintTarget;
     MStatus (*read)(int layerId, MDoubleArray& weights, const MDagPath& shape);
     void (*write)(int layerId, const MDoubleArray& weights, const MDagPath& shape);
     int reportLine;            ///< of a failing read
     bool groupsCarryNoWeights; ///< a layer with child layers cannot be edited
 };
-const LayerRow kLayerRows[] = {{getNgMaskWeights, setNgMaskWeights, 1728, false},
-                               {getNgDqWeights, setNgDqWeights, 1750, true}};
+const LayerRow kLayerRows[] = {{kNgMaskTarget, getNgMaskWeights, setNgMaskWeights, 1728, false},
+                               {kNgDqTarget, getNgDqWeights, setNgDqWeights, 1750, true}};
 
 class LayerProbe : public WeightProbe {
 public:
-    LayerProbe(const LayerRow& layerRow, int layer, const MDagPath& shape, const MDoubleArray& oldWeights,
-               unsigned int vertexIndex)
-        : row(layerRow), layerId(layer), path(shape), old(oldWeights), vertex(vertexIndex)
+    LayerProbe(NgWeightsWriter layerWriter, const MDoubleArray& oldWeights, unsigned int vertexIndex)
+        : writer(std::move(layerWriter)), old(toVector(oldWeights)), vertex(vertexIndex)
     {}
     MStatus writeLow(double step) override { return write(-step); }
     MStatus writeHigh(double step) override { return write(step); }
-    MStatus restore(double) override
-    {
-        row.write(layerId, old, path);
-        return MS::kSuccess;
-    }
+    MStatus restore(double) override { return write(0.0); }
 
 private:
     MStatus write(double nudge)
     {
-        MDoubleArray nudged(old);
-        nudged[vertex] += nudge;
-        row.write(layerId, nudged, path);
+        std::vector<double> nudged(old);
+        if (nudge != 0.0)
+            nudged[vertex] += nudge;
+        writer.write(nudged);
         return MS::kSuccess;
     }
 
-    const LayerRow& row;
-    int layerId;
-    MDagPath path;
-    MDoubleArray old;
+    NgWeightsWriter writer;
+    std::vector<double> old;
     unsigned int vertex;
 };
 
 class LayerLive : public LiveObject {
 public:
-    LayerLive(const LayerRow& layerRow, int layer, const MDagPath& shape, WholeShapeWeights shapeWeights)
-        : row(layerRow), layerId(layer), path(shape), weights(std::move(shapeWeights))
+    LayerLive(NgWeightsWriter layerWriter, WholeShapeWeights shapeWeights)
+        : writer(std::move(layerWriter)), weights(std::move(shapeWeights))
     {}
     std::size_t pointCount() const override { return weights.pointCount(); }
     void newWeights(double offset, double* values) const override { weights.newWeights(offset, values); }
     MStatus write(double offset) override
     {
-        const std::vector<double>& values = weights.offsetBy(offset);
-        row.write(layerId, MDoubleArray(values.data(), static_cast<unsigned int>(values.size())), path);
+        writer.write(weights.offsetBy(offset));
         return MS::kSuccess;
     }
 
 private:
-    const LayerRow& row;
-    int layerId;
-    MDagPath path;
+    NgWeightsWriter writer;
     WholeShapeWeights weights;
 };
+
+/// A writer for one object; needs its columns.
+NgWeightsWriter writerFor(const LayerRow& row, const EditRecord& record, unsigned int index,
+                          const MDagPath& path)
+{
+    return NgWeightsWriter(record.ngLayerIds[index], row.paintTarget, record.oldNgWeights[index], path);
+}
 
 bool hasColumns(const EditRecord& record, const EditedObject& object)
 {
@@ -143,7 +142,7 @@ std::unique_ptr<WeightProbe> NgLayerStore::openProbe(const EditRecord& record, c
     if (vertex >= old.length())
         return nullptr;
     status = MS::kSuccess;
-    return std::make_unique<LayerProbe>(kLayerRows[kind], record.ngLayerIds[index], point.path, old, vertex);
+    return std::make_unique<LayerProbe>(writerFor(kLayerRows[kind], record, index, point.path), old, vertex);
 }
 
 std::unique_ptr<LiveObject> NgLayerStore::openLive(const EditRecord& record, const EditedObject& object) const
@@ -153,7 +152,7 @@ std::unique_ptr<LiveObject> NgLayerStore::openLive(const EditRecord& record, con
     WholeShapeWeights weights(record, object, record.oldNgWeights[object.index]);
     if (!weights.isUsable())
         return nullptr;
-    return std::make_unique<LayerLive>(kLayerRows[kind], record.ngLayerIds[object.index], object.path,
+    return std::make_unique<LayerLive>(writerFor(kLayerRows[kind], record, object.index, object.path),
                                        std::move(weights));
 }
 

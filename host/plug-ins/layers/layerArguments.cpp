@@ -5,6 +5,7 @@
 #include <cctype>
 #include <cstdlib>
 #include <stdexcept>
+#include <vector>
 
 namespace layers {
 
@@ -50,11 +51,10 @@ double numberOf(const MString& text, const char* flag)
     return value;
 }
 
-LayerArguments::Mode modeOf(const MArgList& list)
+LayerArguments::Mode modeOf(const std::vector<MString>& words)
 {
     LayerArguments::Mode mode = LayerArguments::kPlain;
-    for (unsigned int place = 0; place < list.length(); ++place) {
-        const MString word = list.asString(place);
+    for (const MString& word : words) {
         if (word == "-q" || word == "-query")
             mode = LayerArguments::kQuery;
         else if (word == "-e" || word == "-edit")
@@ -85,10 +85,13 @@ double LayerArguments::real(const char* flag) const
 
 LayerArguments sortArguments(const MArgList& list)
 {
+    std::vector<MString> words;
+    for (unsigned int place = 0; place < list.length(); ++place)
+        words.push_back(list.asString(place));
     LayerArguments sorted;
-    sorted.mode = modeOf(list);
-    for (unsigned int place = 0; place < list.length(); ++place) {
-        const MString word = list.asString(place);
+    sorted.mode = modeOf(words);
+    for (std::size_t place = 0; place < words.size(); ++place) {
+        const MString& word = words[place];
         if (word == "-q" || word == "-query" || word == "-e" || word == "-edit")
             continue;
         if (!looksLikeFlag(word.asChar())) {
@@ -103,9 +106,9 @@ LayerArguments sortArguments(const MArgList& list)
         MString& value = sorted.values[flag.longName + 1];
         if (!takesValue)
             continue;
-        if (++place == list.length())
+        if (++place == words.size())
             throw std::runtime_error(std::string(flag.longName) + " needs a value.");
-        value = list.asString(place);
+        value = std::move(words[place]);
     }
     return sorted;
 }

@@ -108,14 +108,6 @@ void WeightRows::clear()
     existing = 0;
 }
 
-WeightRows::Span WeightRows::row(std::uint32_t row) const
-{
-    if (row >= rows.size())
-        return {nullptr, nullptr};
-    const Entry* begin = rows[row].entries();
-    return {begin, begin + rows[row].count};
-}
-
 std::uint32_t WeightRows::rowEnd() const
 {
     for (std::size_t end = rows.size(); end > 0; --end)

@@ -35,7 +35,13 @@ public:
     void touchRow(std::uint32_t row); ///< makes an empty row exist
     void clear();
     /// Entries of a row, ascending columns; empty for a missing row. Valid until the row changes.
-    Span row(std::uint32_t row) const;
+    Span row(std::uint32_t row) const
+    {
+        if (row >= rows.size())
+            return {nullptr, nullptr};
+        const Entry* begin = rows[row].entries();
+        return {begin, begin + rows[row].count};
+    }
     std::uint32_t rowEnd() const; ///< one past the last existing row
     std::size_t rowCount() const; ///< existing rows
 

@@ -142,7 +142,7 @@ using CommandFunction = std::function<Value(Session&, const Args&)>;
 
 /// The work of a command that reads its words itself (commands of plug-ins): flags are texts "-name" among
 /// the arguments; arrays and vectors are spread. It keeps its own undo entry.
-using RawCommandFunction = std::function<Value(Session&, const std::vector<Value>& arguments)>;
+using RawCommandFunction = std::function<Value(Session&, std::vector<Value> arguments)>;
 
 /// The commands of a session, by name. Owned by the session; the names of language functions and procedures
 /// are kept by the interpreter.
@@ -162,7 +162,7 @@ public:
 
     /// Runs a command: one undo scope around it if it is undoable and not queried. Throws host::Error; the
     /// text for an unknown name is `Cannot find procedure "name".`
-    Value call(const std::string& name, const std::vector<Word>& words);
+    Value call(const std::string& name, std::vector<Word> words);
 
 private:
     struct Command {

@@ -15,11 +15,11 @@ void spreadElements(const Array& array, Word::Kind kind, std::vector<Word>& spre
 }
 
 /// Commands take single values only: arrays and vectors count as their elements.
-std::vector<Word> spreadWords(const std::vector<Word>& words)
+std::vector<Word> spreadWords(std::vector<Word> words)
 {
     std::vector<Word> spread;
     spread.reserve(words.size());
-    for (const Word& word : words) {
+    for (Word& word : words) {
         switch (word.value.type()) {
         case Type::kIntArray:
             spreadElements(word.value.get<IntArray>(), word.kind, spread);
@@ -41,7 +41,7 @@ std::vector<Word> spreadWords(const std::vector<Word>& words)
                 spreadElements(Value(vector).toFloatArray(), word.kind, spread);
             break;
         default:
-            spread.push_back(word);
+            spread.push_back(std::move(word));
         }
     }
     return spread;
@@ -92,20 +92,20 @@ std::vector<std::string> CommandRegistry::names() const
     return result;
 }
 
-Value CommandRegistry::call(const std::string& name, const std::vector<Word>& words)
+Value CommandRegistry::call(const std::string& name, std::vector<Word> words)
 {
     const auto found = commands.find(name);
     if (found == commands.end())
         throw Error("Cannot find procedure \"" + name + "\".");
     // Kept for the length of the call: a command may remove itself (a plug-in that unloads itself).
     const std::shared_ptr<const Command> command = found->second;
-    const std::vector<Word> spread = spreadWords(words);
+    std::vector<Word> spread = spreadWords(std::move(words));
     if (command->raw) {
         std::vector<Value> arguments;
         arguments.reserve(spread.size());
-        for (const Word& word : spread)
-            arguments.push_back(word.value);
-        return command->raw(session, arguments);
+        for (Word& word : spread)
+            arguments.push_back(std::move(word.value));
+        return command->raw(session, std::move(arguments));
     }
     const Args args = parseArgs(command->spec, spread);
     if (!command->spec.isUndoable || args.query())

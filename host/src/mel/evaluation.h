@@ -19,13 +19,16 @@ struct Cell {
 };
 
 /// One argument of a call. Variables are passed by place, so that arrays are neither copied nor cut off from
-/// the caller.
+/// the caller; values in the text, which may be long, are not copied either.
 struct Argument {
-    Value value;               ///< when there is no variable
-    Value* variable = nullptr; ///< the caller's variable
+    Value value;                     ///< when there is neither of the others
+    Value* variable = nullptr;       ///< the caller's variable
+    const Value* constant = nullptr; ///< a value that stands in the text
     Word::Kind kind = Word::Kind::kComputed;
 
-    const Value& get() const { return variable ? *variable : value; }
+    const Value& get() const { return variable ? *variable : constant ? *constant : value; }
+    /// get(), for callers who need the argument no more.
+    Value take() { return variable || constant ? get() : std::move(value); }
 };
 
 /// One execution of a procedure or of text: what nodes need to do their work. Lives on the stack.

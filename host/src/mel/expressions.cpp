@@ -115,7 +115,8 @@ Value Call::evaluate(Evaluation& evaluation) const
         Argument& argument = arguments[i];
         argument.kind = parts[i].kind;
         argument.variable = parts[i].value->place(evaluation);
-        if (!argument.variable)
+        argument.constant = parts[i].value->constant();
+        if (!argument.variable && !argument.constant)
             argument.value = parts[i].value->evaluate(evaluation);
     }
     return evaluation.call(name, arguments);

@@ -185,7 +185,7 @@ Value Interpreter::call(const std::string& name, const std::vector<Value>& argum
     std::vector<Argument> given;
     given.reserve(arguments.size());
     for (const Value& value : arguments)
-        given.push_back({value, nullptr, Word::Kind::kComputed});
+        given.push_back({value, nullptr, nullptr, Word::Kind::kComputed});
     return callNamed(name, given, nullptr);
 }
 
@@ -241,9 +241,9 @@ Value Interpreter::callNamed(const std::string& name, std::vector<Argument>& arg
     }
     std::vector<Word> words;
     words.reserve(arguments.size());
-    for (const Argument& argument : arguments)
-        words.push_back({argument.get(), argument.kind});
-    return state->session.commands().call(name, words);
+    for (Argument& argument : arguments)
+        words.push_back({argument.take(), argument.kind});
+    return state->session.commands().call(name, std::move(words));
 }
 
 Value Interpreter::callProcedure(const Procedure& called, std::vector<Argument>& arguments)

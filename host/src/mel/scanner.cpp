@@ -189,30 +189,40 @@ Value Scanner::number()
     return isInt ? Value(whole) : Value(real);
 }
 
+/// Texts may hold a whole mesh's numbers, so what lies between escapes is found and taken in one piece.
 std::string Scanner::quoted()
 {
     const int beginning = line();
     expect("\"");
     std::string result;
-    while (at < text.size() && text[at] != '"') {
-        if (text[at] == '\n')
+    for (std::size_t quote = text.find('"', at); quote != std::string::npos;) {
+        std::string_view plain(text.data() + at, quote - at);
+        const std::size_t escape = plain.find('\\');
+        plain = plain.substr(0, escape);
+        if (plain.find('\n') != std::string_view::npos)
             break;
-        if (text[at] != '\\' || at + 1 == text.size()) {
-            result += text[at++];
-            continue;
+        result += plain;
+        at += plain.size();
+        if (escape == std::string_view::npos) {
+            ++at;
+            return result;
         }
-        // A backslash before the end of the line joins the lines.
-        const bool joinsLines = text.compare(at + 1, 2, "\r\n") == 0;
-        ++at;
-        if (text[at] != '\n' && !joinsLines)
-            result += unescaped(text[at]);
-        at += joinsLines ? 1 : 0;
-        advance();
+        appendEscaped(result);
+        if (at > quote)
+            quote = text.find('"', at);
     }
-    if (at == text.size() || text[at] != '"')
-        throw ScriptError("Unterminated string.", fileName, beginning);
+    throw ScriptError("Unterminated string.", fileName, beginning);
+}
+
+/// At a backslash that is not the last character. One before the end of the line joins the lines.
+void Scanner::appendEscaped(std::string& result)
+{
+    const bool joinsLines = text.compare(at + 1, 2, "\r\n") == 0;
     ++at;
-    return result;
+    if (text[at] != '\n' && !joinsLines)
+        result += unescaped(text[at]);
+    at += joinsLines ? 1 : 0;
+    advance();
 }
 
 bool Scanner::seesBareWord()

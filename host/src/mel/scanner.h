@@ -55,6 +55,7 @@ public:
 
 private:
     void advance();
+    void appendEscaped(std::string& result);
     std::size_t bareWordEnd(std::size_t from) const;
 
     const std::string& text;

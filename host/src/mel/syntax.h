@@ -20,6 +20,8 @@ public:
     /// The variable that holds the value, for calls that change their arguments; null when the expression is
     /// no variable (or one without a value yet).
     virtual Value* place(Evaluation& evaluation) const;
+    /// The value of an expression that is always the same; null for others.
+    virtual const Value* constant() const { return nullptr; }
 
     /// Height of the tree below and with this node; the parser bounds it so that walking a tree is safe.
     int height = 1;

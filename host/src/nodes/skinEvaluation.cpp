@@ -47,21 +47,45 @@ const SkinInfluence* find(const SkinPose& pose, std::uint32_t column)
     return there ? &pose.influences[column] : nullptr;
 }
 
+/// What the weights that count sum up to, alone and with the point moved by each influence.
+struct LinearSum {
+    V3d point{0.0};
+    double weight = 0.0;
+};
+
+LinearSum linearSum(const SkinPose& pose, WeightRows::Span row, const V3d& world)
+{
+    LinearSum sum;
+    for (const WeightRows::Entry* entry = row.begin; entry != row.end; ++entry)
+        if (const SkinInfluence* influence = find(pose, entry->column)) {
+            sum.point += entry->weight * transformed(world, influence->motion);
+            sum.weight += entry->weight;
+        }
+    return sum;
+}
+
 /// What the threads share; all of it is read only.
 struct SkinJob {
     SkinPose pose;
     const WeightRows* rows;
     const NumericArray* blend; ///< how far a point is dual quaternion, 0 to 1; null = nowhere
     GeometryFrame frame;
+    bool inWorld = frame.to == M44d(); ///< object space was the world's at binding, as it mostly is
+
+    V3d toWorld(const V3d& point) const { return inWorld ? point : transformed(point, frame.to); }
+    V3d fromWorld(const V3d& point) const { return inWorld ? point : transformed(point, frame.from); }
 
     V3d moved(std::size_t id, const V3d& point) const
     {
         const WeightRows::Span row = rows->row(static_cast<std::uint32_t>(id));
+        if (pose.method == SkinMethod::kLinear && !pose.normalizeRows) {
+            const LinearSum sum = linearSum(pose, row, toWorld(point));
+            return sum.weight == 0.0 ? point : fromWorld(sum.point);
+        }
         const double sum = usedWeight(pose, row);
         if (sum == 0.0)
             return point;
-        const V3d world = transformed(point, frame.to);
-        return transformed(skinned(id, row, pose.normalizeRows ? 1.0 / sum : 1.0, world), frame.from);
+        return fromWorld(skinned(id, row, pose.normalizeRows ? 1.0 / sum : 1.0, toWorld(point)));
     }
 
     V3d skinned(std::size_t id, WeightRows::Span row, double scale, const V3d& world) const

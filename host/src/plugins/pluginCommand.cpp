@@ -16,6 +16,8 @@ namespace {
 
 ResultScope* innermost = nullptr;
 
+constexpr std::size_t kLongestUndoName = 200;
+
 /// A command of a plug-in on the undo queue.
 class PluginCommandItem final : public UndoItem {
 public:
@@ -55,18 +57,17 @@ std::unique_ptr<MPxCommand> PluginCommand::create() const
 }
 
 mel::Value runPluginCommand(Session& session, const PluginCommand& command,
-                            const std::vector<mel::Value>& arguments)
+                            std::vector<mel::Value> arguments)
 {
     // Copies: the command may unload the plug-in that registered it.
     const std::string name = command.name;
     MArgList list;
-    Api::arguments(list).values = arguments;
+    const std::string undoName = callLine(name, arguments, kLongestUndoName);
+    Api::arguments(list).values = std::move(arguments);
     if (command.syntax)
         parseArguments(*command.syntax, Api::arguments(list), name);
 
-    std::vector<mel::Value> line(arguments);
-    line.insert(line.begin(), mel::Value(name));
-    UndoQueue::CommandScope entry(session.undo(), argumentLine(line));
+    UndoQueue::CommandScope entry(session.undo(), undoName);
     ResultScope result;
     std::unique_ptr<MPxCommand> object = command.create();
     requireSuccess(name, [&] { return object->doIt(list); });

@@ -31,7 +31,7 @@ struct PluginCommand {
 /// An object that is undoable is kept on the undo queue, together with what doIt recorded, as one entry.
 /// Exceptions and failing statuses become host::Error; what doIt had recorded is then taken back.
 mel::Value runPluginCommand(Session& session, const PluginCommand& command,
-                            const std::vector<mel::Value>& arguments);
+                            std::vector<mel::Value> arguments);
 
 /// Puts a finalised tool command on the undo queue, which owns it from then on, as an entry named `text`.
 void keepFinalised(Session& session, std::unique_ptr<MPxCommand> command, const std::string& text);

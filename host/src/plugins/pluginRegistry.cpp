@@ -172,9 +172,9 @@ Plugin* PluginRegistry::find(const std::string& nameOrPath) const
 void PluginRegistry::addCommand(Plugin& plugin, PluginCommand command)
 {
     const Ref<Plugin> held(&plugin);
-    owner.commands().addRaw(command.name, [held, command](Session& session, const auto& arguments) {
+    owner.commands().addRaw(command.name, [held, command](Session& session, auto arguments) {
         const Running running(*held);
-        return runPluginCommand(session, command, arguments);
+        return runPluginCommand(session, command, std::move(arguments));
     });
     plugin.commands[command.name] = std::move(command);
 }

@@ -34,6 +34,13 @@ std::string quoted(const std::string& text)
     return line + '"';
 }
 
+void appendArgument(std::string& line, const mel::Value& argument)
+{
+    const std::string text = argumentText(argument).value_or(std::string());
+    line += line.empty() ? "" : " ";
+    line += !argument.isString() || isWord(text) ? text : quoted(text);
+}
+
 } // namespace
 
 std::optional<double> argumentDouble(const mel::Value& argument)
@@ -92,10 +99,20 @@ std::optional<std::string> argumentText(const mel::Value& argument)
 std::string argumentLine(const std::vector<mel::Value>& arguments)
 {
     std::string line;
+    for (const mel::Value& argument : arguments)
+        appendArgument(line, argument);
+    return line;
+}
+
+std::string callLine(const std::string& command, const std::vector<mel::Value>& arguments,
+                     std::size_t longest)
+{
+    std::string line = command;
     for (const mel::Value& argument : arguments) {
-        const std::string text = argumentText(argument).value_or(std::string());
-        line += line.empty() ? "" : " ";
-        line += !argument.isString() || isWord(text) ? text : quoted(text);
+        const bool tooLong = argument.isString() && argument.get<std::string>().size() > longest;
+        appendArgument(line, tooLong ? argument.get<std::string>().substr(0, longest + 1) : argument);
+        if (line.size() > longest)
+            return line.substr(0, longest) + "...";
     }
     return line;
 }

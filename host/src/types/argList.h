@@ -23,5 +23,9 @@ std::optional<std::string> argumentText(const mel::Value& argument);
 
 /// The arguments as somebody would type them, separated by blanks; texts that need them get quotes.
 std::string argumentLine(const std::vector<mel::Value>& arguments);
+/// A whole call in the same form, cut off with "..." behind `longest` characters. What is cut off costs
+/// nothing.
+std::string callLine(const std::string& command, const std::vector<mel::Value>& arguments,
+                     std::size_t longest);
 
 } // namespace host

@@ -14,10 +14,10 @@ MStatus readOne(const host::ArgList& list, unsigned int index, Value& target, Re
 {
     if (index >= list.values.size())
         return MStatus::kInvalidParameter;
-    const auto value = read(list.values[index]);
+    auto value = read(list.values[index]);
     if (!value)
         return MStatus::kInvalidParameter;
-    target = *value;
+    target = *std::move(value);
     return MStatus::kSuccess;
 }
 
@@ -40,6 +40,8 @@ MStatus readMany(const host::ArgList& list, unsigned int& index, Array& target, 
 
 std::optional<MString> readText(const host::mel::Value& argument)
 {
+    if (argument.isString())
+        return host::Api::wrap(argument.get<std::string>()); // no copy on the way: it may be long
     const std::optional<std::string> text = host::argumentText(argument);
     return text ? std::optional<MString>(host::Api::wrap(*text)) : std::nullopt;
 }
