@@ -13,9 +13,15 @@ namespace {
 
 /// What becomes of the skin, vertex-major for the influences.
 struct Composed {
-    std::vector<double> weights;
-    std::vector<double> dualQuaternion;
+    MDoubleArray weights;
+    MDoubleArray dualQuaternion;
 };
+
+/// The values in one block; null when there are none.
+double* dataOf(MDoubleArray& values)
+{
+    return values.length() == 0 ? nullptr : &values[0];
+}
 
 void require(const MStatus& status, const char* what)
 {
@@ -35,19 +41,19 @@ std::vector<double> amounts(const Layer& layer, const LayerStack& stack, std::si
     }
 }
 
-/// The layer's columns in physical order; null where it holds none.
-std::vector<const double*> columnsOf(const Layer& layer, const std::vector<int>& logicalIndices)
+/// Columns by logical index, in physical order; null where there is none.
+std::vector<const double*> columnsOf(const std::map<int, std::vector<double>>& influences,
+                                     const std::vector<int>& logicalIndices)
 {
     std::vector<const double*> columns;
     for (const int logical : logicalIndices) {
-        const auto found = layer.influences.find(logical);
-        columns.push_back(found == layer.influences.end() ? nullptr : found->second.data());
+        const auto found = influences.find(logical);
+        columns.push_back(found == influences.end() ? nullptr : found->second.data());
     }
     return columns;
 }
 
-void layInfluences(const std::vector<const double*>& columns, const std::vector<double>& amount,
-                   std::vector<double>& weights)
+void layInfluences(const std::vector<const double*>& columns, const std::vector<double>& amount, double* row)
 {
     const std::size_t count = columns.size();
     for (std::size_t vertex = 0; vertex < amount.size(); ++vertex) {
@@ -56,42 +62,45 @@ void layInfluences(const std::vector<const double*>& columns, const std::vector<
             sum += column ? column[vertex] : 0.0;
         const double below = 1.0 - amount[vertex] * std::min(sum, 1.0);
         const double above = amount[vertex] / std::max(sum, 1.0);
-        double* row = weights.data() + vertex * count;
         for (std::size_t influence = 0; influence < count; ++influence)
             row[influence] =
                 row[influence] * below + (columns[influence] ? columns[influence][vertex] * above : 0.0);
+        row += count;
     }
 }
 
 void lay(const Layer& layer, const LayerStack& stack, const std::vector<int>& logicalIndices, Composed& skin)
 {
-    if (!stack.childrenOf(layer.id).empty())
+    if (!stack.childrenOf(layer.id).empty() || (layer.influences.empty() && layer.dualQuaternion.empty()))
         return;
-    const std::vector<double> amount = amounts(layer, stack, skin.dualQuaternion.size());
+    const std::vector<double> amount = amounts(layer, stack, skin.dualQuaternion.length());
     if (!layer.influences.empty())
-        layInfluences(columnsOf(layer, logicalIndices), amount, skin.weights);
+        layInfluences(columnsOf(layer.influences, logicalIndices), amount, dataOf(skin.weights));
     if (layer.dualQuaternion.empty())
         return;
+    double* const below = dataOf(skin.dualQuaternion);
     for (std::size_t vertex = 0; vertex < amount.size(); ++vertex)
-        skin.dualQuaternion[vertex] +=
-            amount[vertex] * (layer.dualQuaternion[vertex] - skin.dualQuaternion[vertex]);
+        below[vertex] += amount[vertex] * (layer.dualQuaternion[vertex] - below[vertex]);
 }
 
 /// An influence that left the skin takes its part of the base along: the rest is scaled up.
 Composed startingPoint(const SkinShape& shape, const BaseWeights& base)
 {
-    const std::size_t count = shape.logicalIndices.size();
-    Composed skin{std::vector<double>(shape.vertexCount * count, 0.0), base.dualQuaternion};
-    for (std::size_t vertex = 0; vertex < shape.vertexCount; ++vertex) {
-        double* row = skin.weights.data() + vertex * count;
+    const std::vector<const double*> columns = columnsOf(base.influences, shape.logicalIndices);
+    const std::size_t count = columns.size();
+    Composed skin;
+    skin.weights.setLength(static_cast<unsigned int>(shape.vertexCount * count));
+    skin.dualQuaternion = MDoubleArray(base.dualQuaternion.data(), shape.vertexCount);
+    double* row = dataOf(skin.weights);
+    for (std::size_t vertex = 0; vertex < shape.vertexCount; ++vertex, row += count) {
         double sum = 0.0;
         for (std::size_t influence = 0; influence < count; ++influence) {
-            const auto column = base.influences.find(shape.logicalIndices[influence]);
-            if (column != base.influences.end())
-                row[influence] = column->second[vertex];
+            row[influence] = columns[influence] ? columns[influence][vertex] : 0.0;
             sum += row[influence];
         }
-        for (std::size_t influence = 0; sum > 0.0 && influence < count; ++influence)
+        if (sum == 1.0 || !(sum > 0.0))
+            continue;
+        for (std::size_t influence = 0; influence < count; ++influence)
             row[influence] /= sum;
     }
     return skin;
@@ -129,11 +138,9 @@ void compose(const SkinShape& shape, const BaseWeights& base, const LayerStack& 
     MIntArray influences;
     for (std::size_t influence = 0; influence < shape.logicalIndices.size(); ++influence)
         influences.append(static_cast<int>(influence));
-    MDoubleArray weights(composed.weights.data(), static_cast<unsigned int>(composed.weights.size()));
-    require(skin.setWeights(shape.path, shape.allVertices, influences, weights, false),
+    require(skin.setWeights(shape.path, shape.allVertices, influences, composed.weights, false),
             "its skin cannot be written");
-    require(skin.setBlendWeights(shape.path, shape.allVertices,
-                                 MDoubleArray(composed.dualQuaternion.data(), shape.vertexCount)),
+    require(skin.setBlendWeights(shape.path, shape.allVertices, composed.dualQuaternion),
             "its skin cannot be written");
 }
 

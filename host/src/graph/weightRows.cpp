@@ -84,6 +84,23 @@ void WeightRows::erase(std::uint32_t row, std::uint32_t column)
     --target.count;
 }
 
+void WeightRows::store(std::uint32_t row, std::uint32_t column, double value)
+{
+    if (row < rows.size()) {
+        Row& target = rows[row];
+        Entry* end = target.entries() + target.count;
+        Entry* at = lowerBound(target.entries(), end, column);
+        if (at != end && at->column == column && value != 0.0) {
+            at->weight = value;
+            return;
+        }
+    }
+    if (value != 0.0)
+        set(row, column, value);
+    else if (get(row, column) != 0.0)
+        erase(row, column);
+}
+
 void WeightRows::eraseRow(std::uint32_t row)
 {
     if (!hasRow(row))

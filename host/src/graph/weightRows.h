@@ -31,6 +31,9 @@ public:
     bool hasRow(std::uint32_t row) const;
     void set(std::uint32_t row, std::uint32_t column, double value);
     void erase(std::uint32_t row, std::uint32_t column);
+    /// Makes an element read `value`, which exists afterwards only if that is not 0 (one that existed and was
+    /// 0 stays).
+    void store(std::uint32_t row, std::uint32_t column, double value);
     void eraseRow(std::uint32_t row);
     void touchRow(std::uint32_t row); ///< makes an empty row exist
     void clear();

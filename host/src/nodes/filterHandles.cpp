@@ -2,6 +2,7 @@
 
 #include "graph/node.h"
 #include "nodes/filterAccess.h"
+#include "nodes/geometry.h"
 #include "selection/component.h"
 #include "types/api.h"
 #include "types/error.h"
@@ -10,7 +11,15 @@ namespace host {
 
 namespace {
 
-PointSelection selectionOn(DagNode& shape, std::uint32_t index, const MObject& handle)
+/// Points are looked up in what comes into the deformer: asking the shape would deform it at every call.
+std::vector<int> selectedPoints(Node& filter, std::uint32_t index, const Component* component)
+{
+    const Plug input = filter.plug("input").element(index).child("inputGeometry");
+    const auto geometry = std::dynamic_pointer_cast<const Geometry>(input.data());
+    return geometry ? pointIndices(*geometry, component) : std::vector<int>();
+}
+
+PointSelection selectionOn(Node& filter, DagNode& shape, std::uint32_t index, const MObject& handle)
 {
     const Component* component = nullptr;
     if (!handle.isNull()) {
@@ -18,7 +27,7 @@ PointSelection selectionOn(DagNode& shape, std::uint32_t index, const MObject& h
         if (!component || component->apiType() != pointComponentType(shape))
             throw Error("The component holds no points of '" + shape.uniqueName() + "'.");
     }
-    PointSelection selection{&shape, index, pointIndices(shape, component)};
+    PointSelection selection{&shape, index, selectedPoints(filter, index, component)};
     if (component && selection.points.size() != component->count())
         throw Error("The component reaches beyond '" + shape.uniqueName() + "'.");
     return selection;
@@ -43,7 +52,7 @@ PointSelection pointSelection(Node& filter, const MDagPath& path, const MObject&
     const auto index = filterIndexOf(filter, *shape);
     if (!index)
         throw Error("'" + filter.name() + "' does not deform '" + shape->uniqueName() + "'.");
-    return selectionOn(*shape, *index, component);
+    return selectionOn(filter, *shape, *index, component);
 }
 
 PointSelection pointSelection(Node& filter, std::uint32_t index, const MObject& component)
@@ -51,7 +60,7 @@ PointSelection pointSelection(Node& filter, std::uint32_t index, const MObject& 
     DagNode* shape = outputShape(filter, index);
     if (!shape)
         throw Error("'" + filter.name() + "' has no geometry " + std::to_string(index) + ".");
-    return selectionOn(*shape, index, component);
+    return selectionOn(filter, *shape, index, component);
 }
 
 } // namespace host

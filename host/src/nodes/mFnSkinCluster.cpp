@@ -80,8 +80,8 @@ host::SkinWeightChange changeOf(const MIntArray& influences, const Array& values
     change.normalize = normalize;
     for (unsigned int i = 0; i < influences.length(); ++i)
         change.influences.push_back(static_cast<std::uint32_t>(influences[i]));
-    for (unsigned int i = 0; i < values.length(); ++i)
-        change.values.push_back(static_cast<double>(values[i]));
+    change.values.resize(values.length());
+    values.get(change.values.data());
     return change;
 }
 
@@ -215,10 +215,10 @@ MStatus MFnSkinCluster::getBlendWeights(const MDagPath& path, const MObject& com
         host::Node& skin = host::filterOf(*this);
         const std::vector<int> points = host::pointSelection(skin, path, components).points;
         const host::Plug plug = skin.plug("blendWeights");
-        const host::NumericArray* stored = plug.numbers();
-        weights.setLength(static_cast<unsigned int>(points.size()));
-        for (unsigned int i = 0; i < points.size(); ++i)
-            weights[i] = stored ? stored->get(static_cast<std::uint32_t>(points[i])) : 0.0;
+        std::vector<double> values(points.size(), 0.0);
+        if (const host::NumericArray* stored = plug.numbers())
+            stored->gather(points.data(), points.size(), values.data());
+        weights = MDoubleArray(values.data(), static_cast<unsigned int>(values.size()));
     });
 }
 
@@ -231,10 +231,10 @@ MStatus MFnSkinCluster::setBlendWeights(const MDagPath& path, const MObject& com
         const host::Plug plug = skin.plug("blendWeights");
         if (plug.isLocked() || plug.isFed())
             throw host::Error("'" + plug.name() + "' is locked or has an incoming connection.");
-        const auto count = static_cast<unsigned int>(std::min<std::size_t>(points.size(), weights.length()));
-        host::NumericArray& stored = plug.makeNumbers();
-        for (unsigned int i = 0; i < count; ++i)
-            stored.set(static_cast<std::uint32_t>(points[i]), weights[i]);
+        const std::size_t count = std::min<std::size_t>(points.size(), weights.length());
+        std::vector<double> values(weights.length());
+        weights.get(values.data());
+        plug.makeNumbers().scatter(points.data(), count, values.data());
         plug.changed();
     });
 }

@@ -49,7 +49,7 @@ std::unique_ptr<host::GeometryWalk> begin(host::Node* node, const MObject& compo
     walk->geometry = host::shapeGeometry(*shape);
     if (!walk->geometry)
         throw host::Error("'" + shape->uniqueName() + "' has no points.");
-    walk->ids = host::pointIndices(*shape, walk->component.get());
+    walk->ids = host::pointIndices(*walk->geometry, walk->component.get());
     return walk;
 }
 

@@ -32,10 +32,8 @@ void writeRow(WeightRows& rows, const SkinInfluences& influences, int point, con
 {
     const auto vertex = static_cast<std::uint32_t>(point);
     for (std::size_t influence = 0; influence < after.size(); ++influence) {
-        if (after[influence] == 0.0 && before[influence] != 0.0)
-            rows.erase(vertex, influences.logical[influence]);
-        else if (after[influence] != before[influence])
-            rows.set(vertex, influences.logical[influence], after[influence]);
+        if (after[influence] != before[influence])
+            rows.store(vertex, influences.logical[influence], after[influence]);
     }
 }
 
@@ -52,6 +50,44 @@ void makeRoom(Row& row, const std::vector<bool>& listed, const std::vector<bool>
     for (std::size_t influence = 0; influence < row.size(); ++influence)
         if (!listed[influence] && !locked[influence])
             row[influence] *= factor;
+}
+
+/// The values for one point of a change, one per listed influence.
+const double* valuesOf(const SkinWeightChange& change, std::size_t point)
+{
+    const std::size_t count = change.influences.size();
+    return change.values.data() + (change.values.size() != count ? point * count : 0);
+}
+
+/// Without normalizing only the listed weights change.
+void writeListed(WeightRows& rows, const SkinInfluences& influences, const SkinWeightChange& change)
+{
+    std::vector<std::uint32_t> columns;
+    for (const std::uint32_t influence : change.influences)
+        columns.push_back(influences.logical[influence]);
+    for (std::size_t point = 0; point < change.points.size(); ++point) {
+        const auto vertex = static_cast<std::uint32_t>(change.points[point]);
+        const double* values = valuesOf(change, point);
+        for (std::size_t i = 0; i < columns.size(); ++i)
+            rows.store(vertex, columns[i], values[i]);
+    }
+}
+
+void writeNormalized(WeightRows& rows, const SkinInfluences& influences, const SkinWeightChange& change)
+{
+    std::vector<bool> listed(influences.count(), false);
+    for (const std::uint32_t influence : change.influences)
+        listed[influence] = true;
+    Row before(influences.count()), after; // one of each for all points
+    for (std::size_t point = 0; point < change.points.size(); ++point) {
+        const double* values = valuesOf(change, point);
+        readRow(&rows, influences, change.points[point], before.data());
+        after = before;
+        for (std::size_t i = 0; i < change.influences.size(); ++i)
+            after[change.influences[i]] = values[i];
+        makeRoom(after, listed, influences.locked);
+        writeRow(rows, influences, change.points[point], before, after);
+    }
 }
 
 void check(const Plug& weightList, const SkinInfluences& influences, const SkinWeightChange& change)
@@ -108,24 +144,12 @@ void setSkinWeights(Node& skin, const SkinInfluences& influences, const SkinWeig
 {
     const Plug weightList = skin.plug("weightList");
     check(weightList, influences, change);
-    const std::size_t count = change.influences.size();
-    const bool perPoint = change.values.size() != count;
     const bool normalize = change.normalize && skin.plug("normalizeWeights").number() != 0.0;
-    std::vector<bool> listed(influences.count(), false);
-    for (const std::uint32_t influence : change.influences)
-        listed[influence] = true;
     WeightRows& rows = weightList.makeRows();
-    Row before(influences.count()), after; // one of each for all points
-    for (std::size_t vertex = 0; vertex < change.points.size(); ++vertex) {
-        const double* values = change.values.data() + (perPoint ? vertex * count : 0);
-        readRow(&rows, influences, change.points[vertex], before.data());
-        after = before;
-        for (std::size_t i = 0; i < count; ++i)
-            after[change.influences[i]] = values[i];
-        if (normalize)
-            makeRoom(after, listed, influences.locked);
-        writeRow(rows, influences, change.points[vertex], before, after);
-    }
+    if (!normalize)
+        writeListed(rows, influences, change);
+    else
+        writeNormalized(rows, influences, change);
     weightList.changed();
 }
 

@@ -4,6 +4,7 @@
 #include "nodes/geometry.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace host {
 
@@ -21,13 +22,11 @@ GeometryRef geometryOf(DagNode& shape)
     return pointComponentType(shape) == MFn::kInvalid ? nullptr : shapeGeometry(shape);
 }
 
-std::array<int, 3> meshSizes(const MeshData& mesh, MFn::Type type)
+std::array<int, 3> meshPartSizes(const MeshData& mesh, MFn::Type type)
 {
-    if (type == MFn::kMeshEdgeComponent)
-        return {static_cast<int>(mesh.topology->edges.size()), 0, 0};
-    if (type == MFn::kMeshPolygonComponent)
-        return {static_cast<int>(mesh.topology->faceCounts.size()), 0, 0};
-    return {static_cast<int>(mesh.count()), 0, 0};
+    const std::size_t count =
+        type == MFn::kMeshEdgeComponent ? mesh.topology->edges.size() : mesh.topology->faceCounts.size();
+    return {static_cast<int>(count), 0, 0};
 }
 
 constexpr int kPeriodic = 2;
@@ -36,6 +35,66 @@ constexpr int kPeriodic = 2;
 int distinctCvs(int stored, int form, int degree)
 {
     return form == kPeriodic ? std::max(0, stored - degree) : stored;
+}
+
+/// How many points a geometry has in each index direction of its point components.
+std::array<int, 3> pointSizes(const Geometry& geometry)
+{
+    switch (geometry.kind()) {
+    case Geometry::Kind::kMesh:
+        return {static_cast<int>(geometry.count()), 0, 0};
+    case Geometry::Kind::kCurve: {
+        const auto& curve = static_cast<const CurveData&>(geometry);
+        return {distinctCvs(static_cast<int>(curve.count()), curve.form, curve.degree), 0, 0};
+    }
+    case Geometry::Kind::kSurface: {
+        const auto& surface = static_cast<const SurfaceData&>(geometry);
+        return {distinctCvs(surface.numU, surface.formU, surface.degreeU),
+                distinctCvs(surface.numV, surface.formV, surface.degreeV), 0};
+    }
+    case Geometry::Kind::kLattice: {
+        const auto& lattice = static_cast<const LatticeData&>(geometry);
+        return {lattice.s, lattice.t, lattice.u};
+    }
+    }
+    return {0, 0, 0};
+}
+
+MFn::Type pointType(const Geometry& geometry)
+{
+    switch (geometry.kind()) {
+    case Geometry::Kind::kMesh:
+        return MFn::kMeshVertComponent;
+    case Geometry::Kind::kCurve:
+        return MFn::kCurveCVComponent;
+    case Geometry::Kind::kSurface:
+        return MFn::kSurfaceCVComponent;
+    case Geometry::Kind::kLattice:
+        return MFn::kLatticeComponent;
+    }
+    return MFn::kInvalid;
+}
+
+/// All elements of the given sizes, in point order.
+Ref<Component> filled(MFn::Type type, const std::array<int, 3>& size)
+{
+    Ref<Component> all(new Component(type));
+    if (all->dimension() == 1) {
+        all->elements.resize(static_cast<std::size_t>(size[0]));
+        std::iota(all->elements.begin(), all->elements.end(), 0);
+        return all;
+    }
+    if (all->dimension() == 2) {
+        for (int u = 0; u < size[0]; ++u)
+            for (int v = 0; v < size[1]; ++v)
+                all->elements.insert(all->elements.end(), {u, v});
+        return all;
+    }
+    for (int u = 0; u < size[2]; ++u)
+        for (int t = 0; t < size[1]; ++t)
+            for (int s = 0; s < size[0]; ++s)
+                all->elements.insert(all->elements.end(), {s, t, u});
+    return all;
 }
 
 /// Steps of the point index per step of each component index.
@@ -121,67 +180,38 @@ std::array<int, 3> componentSizes(DagNode& shape, MFn::Type componentType)
     const GeometryRef geometry = fits ? geometryOf(shape) : nullptr;
     if (!geometry)
         return {0, 0, 0};
-    switch (geometry->kind()) {
-    case Geometry::Kind::kMesh:
-        return meshSizes(static_cast<const MeshData&>(*geometry), componentType);
-    case Geometry::Kind::kCurve: {
-        const auto& curve = static_cast<const CurveData&>(*geometry);
-        return {distinctCvs(static_cast<int>(curve.count()), curve.form, curve.degree), 0, 0};
-    }
-    case Geometry::Kind::kSurface: {
-        const auto& surface = static_cast<const SurfaceData&>(*geometry);
-        return {distinctCvs(surface.numU, surface.formU, surface.degreeU),
-                distinctCvs(surface.numV, surface.formV, surface.degreeV), 0};
-    }
-    case Geometry::Kind::kLattice: {
-        const auto& lattice = static_cast<const LatticeData&>(*geometry);
-        return {lattice.s, lattice.t, lattice.u};
-    }
-    }
-    return {0, 0, 0};
+    return meshPart ? meshPartSizes(static_cast<const MeshData&>(*geometry), componentType)
+                    : pointSizes(*geometry);
 }
 
 Ref<Component> allPoints(DagNode& shape)
 {
     const MFn::Type type = pointComponentType(shape);
-    Ref<Component> all(new Component(type));
-    const std::array<int, 3> size = componentSizes(shape, type);
-    if (all->dimension() == 1) {
-        all->elements.resize(static_cast<std::size_t>(size[0]));
-        for (int k = 0; k < size[0]; ++k)
-            all->elements[static_cast<std::size_t>(k)] = k;
-        return all;
-    }
-    if (all->dimension() == 2) {
-        for (int u = 0; u < size[0]; ++u)
-            for (int v = 0; v < size[1]; ++v)
-                all->elements.insert(all->elements.end(), {u, v});
-        return all;
-    }
-    for (int u = 0; u < size[2]; ++u)
-        for (int t = 0; t < size[1]; ++t)
-            for (int s = 0; s < size[0]; ++s)
-                all->elements.insert(all->elements.end(), {s, t, u});
-    return all;
+    return filled(type, componentSizes(shape, type));
 }
 
 std::vector<int> pointIndices(DagNode& shape, const Component* component)
 {
-    if (!component)
-        return pointIndices(shape, allPoints(shape).get());
-    std::vector<int> points;
     const GeometryRef geometry = geometryOf(shape);
-    if (!geometry || component->apiType() != pointComponentType(shape))
-        return points;
-    const std::array<int, 3> size = componentSizes(shape, component->apiType());
-    const std::array<int, 3> step = strides(*geometry);
-    const unsigned dimension = component->dimension();
-    points.reserve(component->count());
-    for (std::size_t at = 0; at < component->elements.size(); at += dimension) {
+    if (!geometry || (component && component->apiType() != pointComponentType(shape)))
+        return {};
+    return pointIndices(*geometry, component);
+}
+
+std::vector<int> pointIndices(const Geometry& geometry, const Component* component)
+{
+    const std::array<int, 3> size = pointSizes(geometry);
+    const std::array<int, 3> step = strides(geometry);
+    const Ref<Component> all(component ? nullptr : filled(pointType(geometry), size));
+    const Component& asked = component ? *component : *all;
+    const unsigned dimension = asked.dimension();
+    std::vector<int> points;
+    points.reserve(asked.count());
+    for (std::size_t at = 0; at < asked.elements.size(); at += dimension) {
         int point = 0;
         bool inside = true;
         for (unsigned k = 0; k < dimension; ++k) {
-            const int index = component->elements[at + k];
+            const int index = asked.elements[at + k];
             inside = inside && index >= 0 && index < size[k];
             point += inside ? index * step[k] : 0;
         }

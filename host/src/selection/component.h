@@ -9,6 +9,7 @@
 namespace host {
 
 class DagNode;
+class Geometry;
 class Node;
 
 /// Points (or edges, faces) of one shape, by index: what an MObject component holds. Elements keep the order
@@ -55,6 +56,8 @@ Ref<Component> allPoints(DagNode& shape);
 /// Point indices (Geometry order) of a point component's elements, in element order. Elements outside the
 /// shape are left out. An empty (null) component stands for all points.
 std::vector<int> pointIndices(DagNode& shape, const Component* component);
+/// The same for a point component of a shape whose geometry, deformed or not, is at hand.
+std::vector<int> pointIndices(const Geometry& geometry, const Component* component);
 /// A point component of the shape from point indices, in the given order.
 Ref<Component> pointComponent(DagNode& shape, const std::vector<int>& points);
 
