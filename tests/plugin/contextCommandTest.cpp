@@ -204,4 +204,16 @@ TEST_F(ContextCommand, EachContextHasItsOwnSettings)
     EXPECT_EQ(melInt("morvaneContext -q -fontSize mine"), 30);
 }
 
+TEST_F(ContextCommand, ADeletedToolIsLeftFirstAndItsNameIsFree)
+{
+    mel("morvaneContext -fontSize 30 mine; setToolTo mine");
+    mel("deleteUI mine");
+    EXPECT_EQ(melString("currentCtx"), "selectSuperContext");
+    EXPECT_EQ(melInt("hotkeySet -q -exists morvaneTemp"), 0);
+    EXPECT_EQ(melError("morvaneContext -q -fontSize mine"),
+              "line 1: morvaneContext: tool 'mine' does not exist.");
+    mel("morvaneContext mine");
+    EXPECT_EQ(melInt("morvaneContext -q -fontSize mine"), 12);
+}
+
 } // namespace

@@ -6,6 +6,8 @@
 #include "mel/scriptError.h"
 #include "messages.h"
 #include "session.h"
+#include "tools/runTimeCommands.h"
+#include "tools/tools.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -212,6 +214,8 @@ std::string Interpreter::whatIs(const std::string& name) const
         return procedure->fileName.empty() ? "Mel procedure entered interactively."
                                            : "Mel procedure found in: " + procedure->fileName;
     }
+    if (state->session.tools().named().runTime.count(name) != 0)
+        return "Run Time Command";
     if (state->functions.count(name) != 0 || state->session.commands().exists(name))
         return "Command";
     const std::string path = findOnScriptPath(name + ".mel");

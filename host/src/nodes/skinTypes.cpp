@@ -67,6 +67,7 @@ void addDagPose(NodeTypeRegistry& registry)
     type.apiType = MFn::kDagPose;
     type.add(messageAttribute("world", "w").notStorable());
     type.add(matrixAttribute("worldMatrix", "wm").array());
+    type.add(matrixAttribute("xformMatrix", "xm").array());
     type.add(messageAttribute("members", "m").array());
     type.add(messageAttribute("parents", "p").array());
     type.add(flagAttribute("global", "g").array());

@@ -88,6 +88,15 @@ void ContextCommands::remove(const std::string& name)
     commands.erase(name);
 }
 
+void ContextCommands::removeTool(const std::string& tool)
+{
+    if (running > 0)
+        throw Error("The tool '" + tool + "' cannot be removed while its command runs.");
+    owner.tools().removeContext(tool);
+    for (auto& command : commands)
+        command.second.objects.erase(tool);
+}
+
 MPxToolCommand* ContextCommands::newToolCommand(const std::string& name) const
 {
     const auto found = commands.find(name);

@@ -38,6 +38,8 @@ public:
     /// Removes the command with its contexts, after leaving the current tool if it is one of them. Throws
     /// host::Error when there is no such context command, or while it or a tool is at work.
     void remove(const std::string& name);
+    /// Removes one tool, however it is called; the same errors.
+    void removeTool(const std::string& tool);
     bool exists(const std::string& name) const { return commands.count(name) != 0; }
 
     /// A new tool command for contexts of that command, owned by the caller; null when none was registered.

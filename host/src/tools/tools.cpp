@@ -91,19 +91,34 @@ std::vector<std::string> Tools::contextNames() const
     return names;
 }
 
+void Tools::removeContexts(
+    const std::function<bool(const std::string& name, const std::string& command)>& which)
+{
+    const auto doomed = [&](const State::Entry& entry) { return which(entry.name, entry.command); };
+    const auto active = std::find_if(state->contexts.begin(), state->contexts.end(),
+                                     [&](const State::Entry& entry) { return entry.name == currentName; });
+    if (active != state->contexts.end() && doomed(*active))
+        setCurrent(kSelectTool);
+    auto& contexts = state->contexts;
+    contexts.erase(std::remove_if(contexts.begin(), contexts.end(), doomed), contexts.end());
+}
+
 void Tools::removeContextsOf(const std::string& command)
 {
     if (command.empty())
         return;
     if (state->depth > 0)
         throw Error("The tools of '" + command + "' cannot be removed while a tool is at work.");
-    const auto mine = [&](const State::Entry& entry) { return entry.command == command; };
-    const auto active = std::find_if(state->contexts.begin(), state->contexts.end(),
-                                     [&](const State::Entry& entry) { return entry.name == currentName; });
-    if (active != state->contexts.end() && mine(*active))
-        setCurrent(kSelectTool);
-    auto& contexts = state->contexts;
-    contexts.erase(std::remove_if(contexts.begin(), contexts.end(), mine), contexts.end());
+    removeContexts([&](const std::string&, const std::string& maker) { return maker == command; });
+}
+
+void Tools::removeContext(const std::string& name)
+{
+    if (!findContext(name) || name == kSelectTool)
+        throw Error("There is no tool '" + name + "' that could be removed.");
+    if (state->depth > 0)
+        throw Error("The tool '" + name + "' cannot be removed while a tool is at work.");
+    removeContexts([&](const std::string& each, const std::string&) { return each == name; });
 }
 
 std::string Tools::freeContextName(const std::string& command) const

@@ -31,8 +31,11 @@ public:
     void addContext(const std::string& name, const std::string& command, std::unique_ptr<MPxContext> context);
     MPxContext* findContext(const std::string& name) const;
     std::vector<std::string> contextNames() const;
-    /// Removes the contexts that a context command made; the current tool goes back to selectSuperContext.
+    /// Removes the contexts that a context command made, or one by its name; the current tool goes back to
+    /// selectSuperContext. Throws host::Error while a tool is at work; removeContext also for an
+    /// unknown name and for what is built in.
     void removeContextsOf(const std::string& command);
+    void removeContext(const std::string& name);
     /// "toolContext" -> "toolContext1": the first free number.
     std::string freeContextName(const std::string& command) const;
     /// Leaves the current tool (toolOffCleanup) and enters the other (toolOnSetup). "selectSuperContext" is
@@ -67,6 +70,8 @@ public:
 
 private:
     struct State;
+    void
+    removeContexts(const std::function<bool(const std::string& name, const std::string& command)>& which);
     enum class Step { kPress, kDrag, kRelease, kMove };
     /// Calls into a tool; exceptions are reported as errors.
     void callContext(const std::function<void()>& call);

@@ -68,6 +68,7 @@ void registerDeformerCommands(mel::CommandRegistry& registry)
     registerSetCommands(registry);
     registerSoftModCommand(registry);
     registerLatticeCommand(registry);
+    registerDagPoseCommand(registry);
 }
 
 } // namespace host

@@ -39,5 +39,6 @@ void registerSkinPercentCommand(mel::CommandRegistry& registry);  ///< skinPerce
 void registerSoftModCommand(mel::CommandRegistry& registry);      ///< softMod
 void registerLatticeCommand(mel::CommandRegistry& registry);      ///< lattice
 void registerSetCommands(mel::CommandRegistry& registry);         ///< sets
+void registerDagPoseCommand(mel::CommandRegistry& registry);      ///< dagPose
 
 } // namespace host

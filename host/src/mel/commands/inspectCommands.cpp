@@ -15,6 +15,7 @@ namespace host {
 namespace {
 
 using mel::Args;
+using mel::ArgType;
 using mel::CommandSpec;
 using mel::Value;
 
@@ -57,6 +58,18 @@ Value nodeType(Session& session, const Args& args)
     return args.isSet("inherited") ? inherited(type) : Value(type->name);
 }
 
+/// The same as nodeType for a node; with a type, whether the node is of it.
+Value objectType(Session& session, const Args& args)
+{
+    const std::string name = args.objects().front().toString();
+    const NodeType& type = session.graph().get(name.substr(0, name.find('.'))).type();
+    if (args.isSet("isType"))
+        return type.name == args.text("isType");
+    if (args.isSet("isAType"))
+        return type.isA(args.text("isAType"));
+    return type.name;
+}
+
 } // namespace
 
 void registerInspectCommands(mel::CommandRegistry& registry)
@@ -64,6 +77,11 @@ void registerInspectCommands(mel::CommandRegistry& registry)
     registry.add(CommandSpec("objExists").objects(1, 1), objExists);
     registry.add(CommandSpec("nodeType").flag("i", "inherited").flag("itn", "isTypeName").objects(1, 1),
                  nodeType);
+    registry.add(CommandSpec("objectType")
+                     .flag("i", "isType", {ArgType::kString})
+                     .flag("isa", "isAType", {ArgType::kString})
+                     .objects(1, 1),
+                 objectType);
     registerListCommands(registry);
     registerAttributeQueries(registry);
 }

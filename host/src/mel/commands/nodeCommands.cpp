@@ -58,18 +58,6 @@ void bridgeGeometry(Session& session, Node& deformer)
     }
 }
 
-void deleteNodes(Session& session, const std::vector<Node*>& nodes)
-{
-    const std::vector<Ref<Node>> doomed(nodes.begin(), nodes.end());
-    for (const Ref<Node>& node : doomed) {
-        if (!node->alive())
-            continue;
-        if (node->type().isA("geometryFilter") && !node->locked)
-            bridgeGeometry(session, *node);
-        session.edits().remove(*node);
-    }
-}
-
 void removeHistoryBelow(Session& session, DagNode& node)
 {
     if (shapeAttributes(node) && !node.isIntermediate())
@@ -152,6 +140,18 @@ Value lockNode(Session& session, const Args& args)
 }
 
 } // namespace
+
+void deleteNodes(Session& session, const std::vector<Node*>& nodes)
+{
+    const std::vector<Ref<Node>> doomed(nodes.begin(), nodes.end());
+    for (const Ref<Node>& node : doomed) {
+        if (!node->alive())
+            continue;
+        if (node->type().isA("geometryFilter") && !node->locked)
+            bridgeGeometry(session, *node);
+        session.edits().remove(*node);
+    }
+}
 
 std::string customaryShapeName(const std::string& transform)
 {

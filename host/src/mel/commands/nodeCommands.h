@@ -1,9 +1,11 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace host {
 class DagNode;
+class Node;
 class Session;
 namespace mel {
 class CommandRegistry;
@@ -19,6 +21,9 @@ void registerVisibilityCommands(mel::CommandRegistry& registry); ///< hide, show
 
 /// The name that the shape of a transform has by custom: body -> bodyShape, body1 -> bodyShape1.
 std::string customaryShapeName(const std::string& transform);
+
+/// Deletes nodes; where a deformer goes, what it deformed goes on without it. Recorded.
+void deleteNodes(Session& session, const std::vector<Node*>& nodes);
 
 /// What a node keeps when it gets another parent: its place in the world, or its own values.
 enum class Placing { kAbsolute, kRelative };

@@ -70,6 +70,29 @@ Value isConnected(Session& session, const Args& args)
     return session.graph().source(plugNamed(session, names[1])) == source;
 }
 
+Value connectionInfo(Session& session, const Args& args)
+{
+    const Plug plug = plugNamed(session, args.objectNames().front());
+    const Plug source = session.graph().source(plug);
+    const std::vector<Plug> destinations = session.graph().destinations(plug);
+    if (args.isSet("sourceFromDestination"))
+        return source.isNull() ? std::string() : source.name();
+    if (args.isSet("destinationFromSource")) {
+        mel::StringArray names;
+        for (const Plug& destination : destinations)
+            names.push_back(destination.name());
+        return names;
+    }
+    if (args.isSet("isSource") || args.isSet("isExactSource"))
+        return !destinations.empty();
+    if (args.isSet("isDestination") || args.isSet("isExactDestination"))
+        return !source.isNull();
+    if (args.isSet("isLocked"))
+        return plug.isLocked();
+    throw Error("connectionInfo needs one of -sourceFromDestination, -destinationFromSource, -isSource, "
+                "-isDestination, -isExactSource, -isExactDestination, -isLocked.");
+}
+
 } // namespace
 
 void registerConnectionCommands(mel::CommandRegistry& registry)
@@ -83,6 +106,16 @@ void registerConnectionCommands(mel::CommandRegistry& registry)
                  connectAttr);
     registry.add(CommandSpec("disconnectAttr").flag("na", "nextAvailable").objects(2, 2).undoable(),
                  disconnectAttr);
+    registry.add(CommandSpec("connectionInfo")
+                     .flag("sfd", "sourceFromDestination")
+                     .flag("dfs", "destinationFromSource")
+                     .flag("is", "isSource")
+                     .flag("id", "isDestination")
+                     .flag("ies", "isExactSource")
+                     .flag("ied", "isExactDestination")
+                     .flag("il", "isLocked")
+                     .objects(1, 1),
+                 connectionInfo);
     registry.add(CommandSpec("isConnected").objects(2, 2), isConnected);
 }
 

@@ -4,6 +4,8 @@
 #include "mel/commands/commandTargets.h"
 #include "mel/commands/deformerCommands.h"
 #include "mel/commands/geometryCommands.h"
+#include "mel/commands/nodeCommands.h"
+#include "nodes/bindPose.h"
 #include "nodes/deformerBuild.h"
 #include "nodes/geometry.h"
 #include "nodes/shapeEvaluation.h"
@@ -13,6 +15,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
+#include <utility>
 
 namespace host {
 
@@ -167,12 +171,19 @@ void refuseSecondSkin(DagNode& shape)
                         ".");
 }
 
+void requireDistance(const Args& args)
+{
+    if (args.integerOr("weightDistribution", 0) != 0)
+        throw Error("skinCluster: only -weightDistribution 0 (distance) is supported.");
+}
+
 Value createSkin(Session& session, const Args& args)
 {
     const Parts parts = sorted(commandTargets(session, args.objectNames()), args.isSet("toSelectedBones"));
     const std::vector<DeformedShape> shapes = deformedShapes(parts.shape);
     DagNode& shape = *shapes.front().shape;
     refuseSecondSkin(shape);
+    requireDistance(args);
     if (args.integerOr("bindMethod", 0) != 0)
         throw Error("skinCluster: only -bindMethod 0 (closest distance) is supported.");
     Binding binding;
@@ -192,6 +203,7 @@ Value createSkin(Session& session, const Args& args)
     wireDeformer(session, skin, shapes, placeOf(args));
     for (std::uint32_t index = 0; index < parts.joints.size(); ++index)
         connectInfluence(session, skin, index, *parts.joints[index]);
+    attachBindPose(session, skin, parts.joints);
 
     const std::vector<std::vector<Bone>> bones = bonesOf(parts.joints);
     const Plug list = skin.plug("weightList");
@@ -205,6 +217,24 @@ Value createSkin(Session& session, const Args& args)
     return mel::StringArray{skin.name()};
 }
 
+/// The influences that have weight on some point.
+mel::StringArray weightedInfluences(Node& skin)
+{
+    std::set<std::uint32_t> columns;
+    if (const WeightRows* const rows = skin.plug("weightList").rows())
+        for (std::uint32_t row = 0; row < rows->rowEnd(); ++row) {
+            const WeightRows::Span span = rows->row(row);
+            for (const WeightRows::Entry* entry = span.begin; entry != span.end; ++entry)
+                if (entry->weight != 0.0)
+                    columns.insert(entry->column);
+        }
+    mel::StringArray names;
+    for (const Influence& influence : influencesOf(skin))
+        if (columns.count(influence.logical) != 0)
+            names.push_back(influence.node->uniqueName());
+    return names;
+}
+
 Value querySkin(const Args& args, Node& skin)
 {
     mel::StringArray names;
@@ -213,6 +243,8 @@ Value querySkin(const Args& args, Node& skin)
             names.push_back(influence.node->uniqueName());
         return names;
     }
+    if (args.isSet("weightedInfluence"))
+        return weightedInfluences(skin);
     if (args.isSet("geometry")) {
         for (const Ref<Node>& node : skin.graph().nodes())
             if (DagNode* shape = node->asDag();
@@ -227,10 +259,17 @@ Value querySkin(const Args& args, Node& skin)
         if (args.isSet(flag))
             return static_cast<int>(
                 skin.plug(std::string(flag) == "skinMethod" ? "skinningMethod" : flag).number());
-    if (args.isSet("maximumInfluences"))
-        return static_cast<int>(skin.plug("maxInfluences").number());
-    throw Error("skinCluster -query needs one of -influence, -geometry, -normalizeWeights, -skinMethod, "
-                "-maximumInfluences.");
+    for (const auto& [flag, attribute] :
+         {std::pair("maximumInfluences", "maxInfluences"), std::pair("bindMethod", "bindMethod"),
+          std::pair("obeyMaxInfluences", "maintainMaxInfluences"),
+          std::pair("weightDistribution", "weightDistribution")})
+        if (args.isSet(flag))
+            return static_cast<int>(skin.plug(attribute).number());
+    if (args.isSet("dropoffRate"))
+        return skin.plug("dropoffRate").number();
+    throw Error("skinCluster -query needs one of -influence, -weightedInfluence, -geometry, "
+                "-normalizeWeights, -skinMethod, -maximumInfluences, -obeyMaxInfluences, -dropoffRate, "
+                "-bindMethod, -weightDistribution.");
 }
 
 /// Takes an influence out. Its logical index stays free, the others keep theirs; the weight it had goes to
@@ -272,6 +311,15 @@ void removeInfluence(Session& session, Node& skin, const std::string& name)
 
 Value editSkin(Session& session, const Args& args, Node& skin)
 {
+    if (args.isSet("unbind")) {
+        deleteNodes(session, {&skin});
+        return {};
+    }
+    requireDistance(args);
+    if (args.isSet("dropoffRate"))
+        session.edits().setNumber(skin.plug("dropoffRate"), args.number("dropoffRate"));
+    if (args.isSet("obeyMaxInfluences"))
+        session.edits().setNumber(skin.plug("maintainMaxInfluences"), args.boolean("obeyMaxInfluences"));
     if (args.isSet("addInfluence")) {
         DagNode* joint = session.graph().get(args.text("addInfluence")).asDag();
         if (!joint || joint->isShape())
@@ -340,6 +388,9 @@ void registerSkinClusterCommand(mel::CommandRegistry& registry)
                                     .flag("lw", "lockWeights", {ArgType::kBool})
                                     .flag("wt", "weight", {ArgType::kFloat})
                                     .flag("inf", "influence")
+                                    .flag("wi", "weightedInfluence")
+                                    .flag("wd", "weightDistribution", {ArgType::kInt})
+                                    .flag("ub", "unbind")
                                     .flag("g", "geometry")
                                     .objects(0)
                                     .query()

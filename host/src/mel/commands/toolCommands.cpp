@@ -1,6 +1,7 @@
 #include "mel/command.h"
 #include "mel/commands/register.h"
 #include "session.h"
+#include "tools/contextCommands.h"
 #include "tools/toolApi.h"
 #include "tools/tools.h"
 #include "types/api.h"
@@ -53,6 +54,17 @@ Value contextInfo(Session& session, const Args& args)
     if (args.isSet("escapeContext"))
         return "selectSuperContext";
     throw Error("contextInfo: a flag that says what to tell is needed.");
+}
+
+/// Of all that has a name in the interface only tools can be taken away here.
+Value deleteUI(Session& session, const Args& args)
+{
+    for (const std::string& name : args.objectNames()) {
+        if (!session.tools().findContext(name))
+            throw Error("deleteUI: '" + name + "' is no tool; nothing else can be deleted here.");
+        session.tools().contextCommands().removeTool(name);
+    }
+    return {};
 }
 
 /// The events of one call are played in the order in which its flags stand; the button and the modifier keys
@@ -125,6 +137,7 @@ void registerToolCommands(mel::CommandRegistry& registry)
                      .flag("esc", "escapeContext")
                      .objects(1, 1),
                  contextInfo);
+    registry.add(CommandSpec("deleteUI").flag("tol", "toolContext").objects(1), deleteUI);
     const std::vector<ArgType> position = {ArgType::kInt, ArgType::kInt};
     registry.add(CommandSpec("viewportEvent")
                      .flag("p", "press", position)
