@@ -1,268 +1,314 @@
 #include "support/toolModel.h"
 
 #include <algorithm>
-#include <cmath>
+#include <set>
 #include <utility>
 
 namespace testing_support {
 
 namespace {
 
-double narrowed(double number)
+Piece* pieceOn(Selection& list, int shape)
 {
-    return static_cast<double>(static_cast<float>(number));
+    const auto found =
+        std::find_if(list.begin(), list.end(), [shape](const Piece& piece) { return piece.shape == shape; });
+    return found == list.end() ? nullptr : &*found;
 }
 
-bool storesDoubles(const std::string& mode)
-{
-    return mode == "skinCluster" || mode == "dualQuaternion";
-}
+enum class Combine { kAdd, kToggle, kRemove };
 
-/// While dragging: skins stay in 0..1; elsewhere the lower clamp, then the upper one, then single precision.
-double liveWeight(const ToolModel::Settings& settings, double old, double change)
+std::vector<int> combinedPoints(const std::vector<int>& old, const std::vector<int>& change, Combine how)
 {
-    double weight = old + change;
-    if (storesDoubles(settings.mode))
-        return std::min(std::max(weight, 0.0), 1.0);
-    if (settings.clampMin)
-        weight = std::max(weight, settings.low);
-    if (settings.clampMax)
-        weight = std::min(weight, settings.high);
-    return narrowed(weight);
-}
-
-/// When redone: in every mode the upper clamp, then the lower one, in the mode's precision at each step.
-double redoneWeight(const ToolModel::Settings& settings, double old, double change)
-{
-    const auto kept = [&](double weight) { return storesDoubles(settings.mode) ? weight : narrowed(weight); };
-    double weight = kept(old + change);
-    if (settings.clampMax)
-        weight = kept(std::min(weight, settings.high));
-    if (settings.clampMin)
-        weight = kept(std::max(weight, settings.low));
-    return weight;
+    std::set<int> points(old.begin(), old.end());
+    for (const int point : change) {
+        const bool drops = how == Combine::kRemove || (how == Combine::kToggle && points.count(point) > 0);
+        if (drops)
+            points.erase(point);
+        else
+            points.insert(point);
+    }
+    return {points.begin(), points.end()};
 }
 
 } // namespace
 
-std::vector<double> ToolModel::withRoom(std::vector<double> row, std::size_t influence, double weight)
+Pieces ToolModel::edited() const
 {
-    double others = 0;
-    for (std::size_t column = 0; column < row.size(); ++column)
-        others += column == influence ? 0 : row[column];
-    for (std::size_t column = 0; column < row.size(); ++column)
-        if (column == influence)
-            row[column] = weight;
-        else if (others > 0)
-            row[column] *= std::max(0.0, 1 - weight) / others;
-    return row;
+    return scene.edited(settings, active, rich());
 }
 
-std::vector<double>& ToolModel::plain(const std::string& mode, int mesh)
+bool ToolModel::namesDeformer() const
 {
-    const bool firstOnly = mode == "blendShapeTarget" || mode == "blendShapeBase";
-    return weights.plain[{mode, firstOnly ? 0 : mesh}];
+    return settings.mode != Mode::kSkin && !isLayerMode(settings.mode);
 }
 
-void ToolModel::readOld(Entry& entry)
+void ToolModel::setMode(Mode mode)
 {
-    for (const Piece& piece : entry.pieces) {
-        std::vector<double> old;
-        Rows rows;
-        for (const int vertex : piece.vertices) {
-            const auto v = static_cast<std::size_t>(vertex);
-            if (entry.settings.mode == "skinCluster")
-                rows.push_back(weights.skin[static_cast<std::size_t>(piece.mesh)][v]);
-            else
-                old.push_back(plain(entry.settings.mode, piece.mesh)[v]);
-        }
-        entry.old.push_back(std::move(old));
-        entry.oldRows.push_back(std::move(rows));
+    settings.mode = mode;
+}
+
+void ToolModel::setDeformer(const std::string& name)
+{
+    settings.deformer = name;
+    if (namesDeformer())
+        active = scene.deformerNamed(name);
+}
+
+void ToolModel::setActive(Selection list)
+{
+    selection = std::move(list);
+    overridden = {};
+    hasOverride = false;
+}
+
+void ToolModel::setRich(RichPieces rich)
+{
+    hasOverride = !rich.empty();
+    overridden = std::move(rich);
+}
+
+void ToolModel::restore(const SelectionSnapshot& earlier)
+{
+    selection = earlier.list;
+    overridden = earlier.overridden;
+    hasOverride = earlier.hasOverride;
+}
+
+/// As a press in select mode ends: shift toggles, control removes, both add, none replaces.
+Selection ToolModel::combined(Selection list, const Selection& change, bool shift, bool control)
+{
+    if (!shift && !control)
+        return change;
+    const Combine how = shift && control ? Combine::kAdd : shift ? Combine::kToggle : Combine::kRemove;
+    for (const Piece& piece : change) {
+        Piece* const mine = pieceOn(list, piece.shape);
+        if (mine != nullptr)
+            mine->points = combinedPoints(mine->points, piece.points, how);
+        else if (how != Combine::kRemove)
+            list.push_back(piece);
     }
+    list.erase(
+        std::remove_if(list.begin(), list.end(), [](const Piece& piece) { return piece.points.empty(); }),
+        list.end());
+    return list;
+}
+
+ToolModel::Entry ToolModel::symmetrize()
+{
+    if (!reach.options.symmetry)
+        return {};
+    const Selection both = reach.symmetrized(selection);
+    if (both == selection)
+        return {};
+    Step step;
+    step.kind = Step::kScript;
+    step.before = snapshot();
+    setActive(both);
+    step.after = snapshot();
+    return {step};
 }
 
 void ToolModel::push(Entry entry)
 {
+    if (entry.empty())
+        return;
     entries.resize(done);
     entries.push_back(std::move(entry));
     ++done;
 }
 
-void ToolModel::stroke(const Pieces& pieces, double offset, const Selection& before)
+EditModel ToolModel::newEdit() const
 {
-    Entry entry;
-    entry.settings = settings;
-    entry.selects = before != selection;
-    entry.before = before;
-    entry.after = selection;
-    if (offset != 0) {
-        entry.kind = Entry::kStroke;
-        entry.pieces = pieces;
-        entry.offset = offset;
-        readOld(entry);
-        writeStroke(entry, true);
+    EditModel edit;
+    edit.settings = settings;
+    edit.deformer = active;
+    edit.pieces = edited();
+    return edit;
+}
+
+ToolModel::Press ToolModel::press(const Selection& pick, bool shift, bool control)
+{
+    if (namesDeformer())
+        active = scene.deformerNamed(settings.deformer);
+    pressed = Press();
+    command = Step();
+    picked = pick;
+    shiftHeld = shift;
+    controlHeld = control;
+    selectionChanged = false;
+    command.oldList = selection;
+    command.oldRich = rich();
+    setActive(selection); // a rich selection that was set ends here
+    if (shift)
+        return pressed;
+    const auto isHeld = [&] {
+        const Piece* const mine = pick.empty() ? nullptr : pieceOn(selection, pick[0].shape);
+        return mine != nullptr &&
+               std::binary_search(mine->points.begin(), mine->points.end(), pick[0].points[0]);
+    };
+    if (!isHeld()) {
+        setActive(control ? combined(selection, pick, true, true) : pick);
+        selectionChanged = true;
+        push(symmetrize());
     }
-    if (offset != 0 || entry.selects)
-        push(std::move(entry));
+    if (pick.empty())
+        return pressed;
+    pressed.sculpts = true;
+    pressed.shape = pick[0].shape;
+    pressed.point = pick[0].points[0];
+    command.edit = newEdit();
+    pressed.probes = !command.edit.pieces.empty() && scene.read(command.edit);
+    probeCosts = pressed.probes && scene.probe(command.edit, pressed.shape, pressed.point);
+    return pressed;
 }
 
-void ToolModel::select(const Selection& after)
+bool ToolModel::edits(int shape, int point) const
 {
-    Entry entry;
-    entry.selects = true;
-    entry.before = selection;
-    entry.after = selection = after;
-    push(std::move(entry));
+    const int deformer = namesDeformer() ? scene.deformerNamed(settings.deformer) : active;
+    return !scene.edited(settings, deformer, {{{shape, {point}, {}}}, {}}).empty();
 }
 
-void ToolModel::writeStroke(const Entry& entry, bool live)
+void ToolModel::releaseStroke(double offset, bool moved)
 {
-    const bool skin = entry.settings.mode == "skinCluster";
-    for (std::size_t p = 0; p < entry.pieces.size(); ++p) {
-        const Piece& piece = entry.pieces[p];
-        for (std::size_t k = 0; k < piece.vertices.size(); ++k) {
-            const auto v = static_cast<std::size_t>(piece.vertices[k]);
-            const double change = entry.offset * static_cast<double>(piece.falloff[k]);
-            const double old = skin ? entry.oldRows[p][k][influence] : entry.old[p][k];
-            const double weight =
-                live ? liveWeight(entry.settings, old, change) : redoneWeight(entry.settings, old, change);
-            if (skin) {
-                std::vector<double>& row = weights.skin[static_cast<std::size_t>(piece.mesh)][v];
-                row = withRoom(row, influence, weight);
-            } else {
-                plain(entry.settings.mode, piece.mesh)[v] = weight;
-            }
+    const bool taken = (offset != 0 || moved) && edits(pressed.shape, pressed.point);
+    if (pressed.probes && (isLayerMode(settings.mode) || (probeCosts && !taken)))
+        ++leftovers;
+    if (offset == 0) {
+        if (moved) { // what the drag has written is taken back
+            scene.stroke(command.edit, true);
+            scene.undoStroke(command.edit);
         }
-    }
-}
-
-void ToolModel::restore(const Entry& entry)
-{
-    for (std::size_t p = 0; p < entry.pieces.size(); ++p) {
-        const Piece& piece = entry.pieces[p];
-        // What a paste refused it leaves alone, its undo too.
-        if (entry.kind == Entry::kPaste && entry.compatible && entry.pasted[p].empty())
-            continue;
-        for (std::size_t k = 0; k < piece.vertices.size(); ++k) {
-            const auto v = static_cast<std::size_t>(piece.vertices[k]);
-            if (entry.settings.mode == "skinCluster")
-                weights.skin[static_cast<std::size_t>(piece.mesh)][v] = entry.oldRows[p][k];
-            else
-                plain(entry.settings.mode, piece.mesh)[v] = entry.old[p][k];
-        }
-    }
-}
-
-void ToolModel::copy(const Pieces& pieces)
-{
-    copied = pieces;
-    copiedMode = settings.mode;
-    Entry read;
-    read.settings = settings;
-    read.pieces = pieces;
-    readOld(read);
-    copiedRows = read.oldRows;
-    copiedValues = read.old;
-    if (settings.mode == "skinCluster")
-        for (std::size_t p = 0; p < pieces.size(); ++p)
-            for (const std::vector<double>& row : copiedRows[p])
-                copiedValues[p].push_back(row[influence]);
-}
-
-std::vector<std::pair<std::size_t, std::size_t>> ToolModel::match(const Piece& target) const
-{
-    std::vector<std::pair<std::size_t, std::size_t>> found;
-    std::size_t piece = 0; // a vertex beyond every match stays with the piece of the one before it
-    for (const int vertex : target.vertices) {
-        const std::vector<double>& from =
-            restPoints[static_cast<std::size_t>(target.mesh)][static_cast<std::size_t>(vertex)];
-        double best = 1000;
-        std::size_t position = 0;
-        for (std::size_t p = 0; p < copied.size(); ++p)
-            for (std::size_t k = 0; k < copied[p].vertices.size(); ++k) {
-                const std::vector<double>& to = restPoints[static_cast<std::size_t>(copied[p].mesh)]
-                                                          [static_cast<std::size_t>(copied[p].vertices[k])];
-                const double x = from[0] - to[0], y = from[1] - to[1], z = from[2] - to[2];
-                const double distance = std::sqrt(x * x + y * y + z * z);
-                if (distance < best) {
-                    best = distance;
-                    piece = p;
-                    position = k;
-                }
-            }
-        found.emplace_back(piece, position);
-    }
-    return found;
-}
-
-/// Empty when the object is refused. On a skin, value j of every row comes from what the target's vertex j
-/// matched, with as many values as the copied object at the target's place has influences.
-std::vector<double> ToolModel::pastedValues(const Piece& target, std::size_t place) const
-{
-    const std::vector<std::pair<std::size_t, std::size_t>> matches = match(target);
-    std::vector<double> values;
-    if (settings.mode != "skinCluster") {
-        for (const auto& [piece, position] : matches)
-            values.push_back(narrowed(copiedValues[piece][position]));
-        return values;
-    }
-    if (copiedMode != "skinCluster" || place >= copied.size())
-        return {};
-    const std::size_t influences = copiedRows[place].front().size();
-    if (matches.size() < influences)
-        return {};
-    for (std::size_t j = 0; j < influences; ++j)
-        values.push_back(narrowed(copiedRows[matches[j].first][matches[j].second][j]));
-    return values;
-}
-
-void ToolModel::paste(const Pieces& pieces)
-{
-    if (copied.empty() || pieces.empty())
+        if (selectionChanged)
+            recordSelection();
         return;
-    Entry entry;
-    entry.kind = Entry::kPaste;
-    entry.settings = settings;
-    entry.pieces = pieces;
-    entry.compatible = settings.mode != "skinCluster" || copiedMode == "skinCluster";
-    readOld(entry);
-    for (std::size_t p = 0; p < pieces.size(); ++p)
-        entry.pasted.push_back(pastedValues(pieces[p], p));
-    writePaste(entry);
+    }
+    command.strokes = true;
+    command.edit.offset = offset;
+    scene.stroke(command.edit, true);
+    command.selects = selectionChanged;
+    command.newList = selection;
+    command.newRich = rich();
+    push({command});
+}
+
+void ToolModel::releaseClick()
+{
+    setActive(combined(selection, picked, shiftHeld, controlHeld));
+    push(symmetrize());
+    recordSelection();
+}
+
+void ToolModel::releaseMarquee(const Selection& inside)
+{
+    setActive(combined(selection, inside, shiftHeld, controlHeld));
+    recordSelection();
+}
+
+void ToolModel::recordSelection()
+{
+    if (selection.empty()) {
+        // A script command that comes after the change: undo cannot bring the former selection back.
+        selectByScript({});
+        return;
+    }
+    command.selects = true;
+    command.newList = selection;
+    command.newRich = rich();
+    setActive(command.newList);
+    setRich(command.newRich);
+    Entry entry = {command};
+    const Entry mirrored = symmetrize();
+    entry.insert(entry.end(), mirrored.begin(), mirrored.end());
     push(std::move(entry));
 }
 
-void ToolModel::writePaste(const Entry& entry)
+void ToolModel::selectByScript(const Selection& after)
 {
-    for (std::size_t p = 0; p < entry.pieces.size(); ++p) {
-        const Piece& piece = entry.pieces[p];
-        for (std::size_t k = 0; k < piece.vertices.size() && !entry.pasted[p].empty(); ++k) {
-            const auto v = static_cast<std::size_t>(piece.vertices[k]);
-            if (entry.settings.mode == "skinCluster")
-                weights.skin[static_cast<std::size_t>(piece.mesh)][v] = entry.pasted[p];
-            else
-                plain(entry.settings.mode, piece.mesh)[v] = entry.pasted[p][k];
-        }
-    }
+    Step step;
+    step.kind = Step::kScript;
+    step.before = snapshot();
+    setActive(after);
+    step.after = snapshot();
+    push({step});
+}
+
+void ToolModel::setReach(const ReachOptions& options)
+{
+    Step step;
+    step.kind = Step::kReach;
+    step.reachBefore = reach.options;
+    step.reachAfter = options;
+    reach.options = options;
+    setActive(selection);
+    push({step});
+}
+
+void ToolModel::copy()
+{
+    EditModel edit = newEdit();
+    copied.pieces.clear();
+    copied.weights.clear();
+    if (!edit.pieces.empty() && !scene.read(edit))
+        return; // the mode of the copy before stays
+    copied.mode = settings.mode;
+    copied.pieces = edit.pieces;
+    copied.weights = edit.old;
+    copied.fromSkins = isSkinMode(settings.mode) || isLayerMode(settings.mode);
+}
+
+void ToolModel::paste()
+{
+    Step step;
+    step.pastes = true;
+    step.edit = newEdit();
+    if (copied.pieces.empty() || step.edit.pieces.empty() || !scene.read(step.edit) ||
+        !scene.preparePaste(step.edit, copied))
+        return;
+    scene.paste(step.edit);
+    push({step});
+    leftovers += isLayerMode(settings.mode) ? 1 : 0;
 }
 
 void ToolModel::undo()
 {
     const Entry& entry = entries[--done];
-    restore(entry);
-    if (entry.selects)
-        selection = entry.before;
+    for (auto step = entry.rbegin(); step != entry.rend(); ++step) {
+        if (step->kind == Step::kScript)
+            restore(step->before);
+        if (step->kind == Step::kReach) {
+            reach.options = step->reachBefore;
+            setActive(selection);
+        }
+        if (step->selects) {
+            setActive(step->oldList);
+            setRich(step->oldRich);
+        }
+        if (step->strokes)
+            scene.undoStroke(step->edit);
+        if (step->pastes)
+            scene.undoPaste(step->edit);
+    }
 }
 
 void ToolModel::redo()
 {
     const Entry& entry = entries[done++];
-    if (entry.kind == Entry::kStroke)
-        writeStroke(entry, false);
-    if (entry.kind == Entry::kPaste)
-        writePaste(entry);
-    if (entry.selects)
-        selection = entry.after;
+    for (const Step& step : entry) {
+        if (step.kind == Step::kScript)
+            setActive(step.after.list);
+        if (step.kind == Step::kReach) {
+            reach.options = step.reachAfter;
+            setActive(selection);
+        }
+        if (step.selects) {
+            setActive(step.newList);
+            setRich(step.newRich);
+        }
+        if (step.strokes)
+            scene.stroke(step.edit, false);
+        if (step.pastes)
+            scene.paste(step.edit);
+    }
 }
 
 } // namespace testing_support

@@ -1,87 +1,107 @@
 #pragma once
 
-#include <map>
-#include <string>
-#include <utility>
+#include "support/weightModel.h"
+
 #include <vector>
 
 namespace testing_support {
 
-/// The tool as plain arrays: what strokes, copies, pastes, selections, undos and redos do to the weights of a
-/// few meshes. It asks nobody: what the platform decides (where the mouse leads, what is picked, how far a
-/// soft selection reaches) is told to it.
+/// The tool as plain arrays: what presses, drags, copies, pastes, selections, undos and redos do to the
+/// weights, the selection and the undo queue. It asks nobody: what the platform decides (what is picked,
+/// where the mouse leads, where points are displayed) is told to it.
 class ToolModel {
 public:
-    using Rows = std::vector<std::vector<double>>;
-    /// The edited vertices of a mesh, in component order, and their falloffs.
-    struct Piece {
-        int mesh;
-        std::vector<int> vertices;
-        std::vector<float> falloff;
-    };
-    using Pieces = std::vector<Piece>;
-    using Selection = std::map<int, std::vector<int>>; ///< mesh -> vertices, ascending; none empty
+    ToolModel() : reach({}) {}
 
-    struct Settings {
-        std::string mode = "default";
-        bool clampMin = true, clampMax = false;
-        double low = 0, high = 1;
-    };
-    struct Weights {
-        /// Mode and mesh -> a number per vertex; in the blend shape modes all meshes share mesh 0's.
-        std::map<std::pair<std::string, int>, std::vector<double>> plain;
-        std::vector<Rows> skin; ///< per mesh, a row per vertex
-    };
-
+    WeightModel scene;
+    ReachModel reach;
     Settings settings;
-    Weights weights;
     Selection selection;
-    std::vector<Rows> restPoints; ///< per mesh
-    std::size_t influence = 0;    ///< the column that strokes on skins edit
+    /// How often something happened that undo does not take back to the last bit: a probe that cost a
+    /// rounding, layers laid over skins anew, and strokes on layers.
+    int leftovers = 0;
 
-    /// A stroke that ended at this offset; 0 writes nothing. `before` is the selection of the press, which
-    /// the press may have changed.
-    void stroke(const Pieces& pieces, double offset, const Selection& before);
-    void select(const Selection& after);
-    void copy(const Pieces& pieces);
-    void paste(const Pieces& pieces);
+    /// The selection with its falloffs and its mirrored part, as the platform tells it now.
+    RichPieces rich() const { return hasOverride ? overridden : reach.reach(selection); }
+    /// What the tool edits when asked now.
+    Pieces edited() const;
+    void setMode(Mode mode);
+    /// The deformer is looked up at once, except in the modes that find their data object by object.
+    void setDeformer(const std::string& name);
+
+    struct Press {
+        bool sculpts = false;
+        /// Whether the clicked point's weight is nudged to see where it leads, and where it is.
+        bool probes = false;
+        int shape = -1, point = -1;
+    };
+    /// A press with the left button on what lies under it (at most one point).
+    Press press(const Selection& pick, bool shift, bool control);
+    /// What the last press found to edit.
+    const EditModel& pressedEdit() const { return command.edit; }
+    /// Whether a press on a point would edit that point.
+    bool edits(int shape, int point) const;
+    /// Ends a sculpting press at this offset; `moved`: some drag event before wrote weights.
+    void releaseStroke(double offset, bool moved);
+    /// Ends another press: a click, or a marquee around `inside`.
+    void releaseClick();
+    void releaseMarquee(const Selection& inside);
+
+    void selectByScript(const Selection& after);
+    void setReach(const ReachOptions& options);
+    void copy();
+    void paste();
+    void dump();
+
     void undo();
     void redo();
     std::size_t undoCount() const { return done; }
     std::size_t redoCount() const { return entries.size() - done; }
 
-    /// One row with the influence's weight changed: the others share what is left.
-    static std::vector<double> withRoom(std::vector<double> row, std::size_t influence, double weight);
-    std::vector<double>& plain(const std::string& mode, int mesh);
-
 private:
-    struct Entry {
-        enum Kind { kSelect, kStroke, kPaste } kind = kSelect;
-        Settings settings;
-        Pieces pieces;
-        double offset = 0;
-        std::vector<std::vector<double>> old; ///< per piece
-        std::vector<Rows> oldRows;
-        std::vector<std::vector<double>> pasted; ///< per piece; empty: nothing was written
-        bool compatible = true; ///< a paste of a copy that goes with the mode: an empty piece was refused
-        bool selects = false;
-        Selection before, after;
+    struct SelectionSnapshot {
+        Selection list;
+        RichPieces overridden;
+        bool hasOverride = false;
     };
-    void readOld(Entry& entry);
+    /// One thing that an entry of the undo queue takes back.
+    struct Step {
+        enum Kind { kScript, kReach, kTool } kind = kTool;
+        SelectionSnapshot before, after; ///< scripts
+        ReachOptions reachBefore, reachAfter;
+        // The tool's own commands: a selection change, a stroke or a paste.
+        bool selects = false, strokes = false, pastes = false;
+        Selection oldList, newList;
+        RichPieces oldRich, newRich;
+        EditModel edit;
+    };
+    using Entry = std::vector<Step>;
+
+    void setActive(Selection list);
+    void setRich(RichPieces rich);
+    SelectionSnapshot snapshot() const { return {selection, overridden, hasOverride}; }
+    void restore(const SelectionSnapshot& earlier);
+    static Selection combined(Selection list, const Selection& change, bool shift, bool control);
+    /// Empty when it changes nothing.
+    Entry symmetrize();
     void push(Entry entry);
-    void writeStroke(const Entry& entry, bool live);
-    void writePaste(const Entry& entry);
-    void restore(const Entry& entry);
-    /// Per target vertex: copied piece and position in it.
-    std::vector<std::pair<std::size_t, std::size_t>> match(const Piece& target) const;
-    std::vector<double> pastedValues(const Piece& target, std::size_t place) const;
+    void recordSelection();
+    bool namesDeformer() const;
+    EditModel newEdit() const;
 
     std::vector<Entry> entries;
     std::size_t done = 0;
-    Pieces copied;
-    std::string copiedMode;
-    std::vector<Rows> copiedRows;                  ///< mode skinCluster
-    std::vector<std::vector<double>> copiedValues; ///< per piece, what the plain modes take
+    RichPieces overridden;
+    bool hasOverride = false;
+    int active = -1; ///< the resolved deformer
+    CopyModel copied;
+
+    // The press under way.
+    Selection picked;
+    bool shiftHeld = false, controlHeld = false, selectionChanged = false;
+    Press pressed;
+    Step command;
+    bool probeCosts = false;
 };
 
 } // namespace testing_support
