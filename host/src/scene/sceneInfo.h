@@ -1,5 +1,6 @@
 #pragma once
 
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -33,6 +34,9 @@ struct SceneInfo {
     std::vector<std::string> keptHead; ///< in front of the first node
     std::vector<std::string> keptBody; ///< among or behind the nodes
     std::vector<std::string> keptTail; ///< among or behind the connections
+
+    /// Namespaces that were made and have no nodes yet. Files do not hold them.
+    std::set<std::string> emptyNamespaces;
 
     /// Sets or replaces one entry of fileInfo.
     void setFileInfo(const std::string& key, const std::string& value);

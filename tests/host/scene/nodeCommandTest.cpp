@@ -123,7 +123,7 @@ TEST_F(NodeCommands, ACopyHasTheValuesAndAddedAttributesButNoHistory)
         "connectAttr cube.out bodyShape.i; addAttr -ln tag -dt \"string\" body; setAttr -type \"string\" "
         "body.tag \"x\";"
         "setAttr body.tx 7; createNode transform -n child -p body; setAttr child.ty 2");
-    EXPECT_EQ(melStrings("duplicate -n copy body"), (Strings{"copy"}));
+    EXPECT_EQ(melStrings("duplicate -rr -n copy body"), (Strings{"copy"}));
     EXPECT_EQ(melFloat("getAttr copy.tx"), 7);
     EXPECT_EQ(melString("getAttr copy.tag"), "x");
     EXPECT_EQ(melStrings("listRelatives copy").size(), 2u);

@@ -181,6 +181,7 @@ void registerNodeCommands(mel::CommandRegistry& registry)
     registerConnectionCommands(registry);
     registerHierarchyCommands(registry);
     registerVisibilityCommands(registry);
+    registerNamespaceCommands(registry);
 }
 
 } // namespace host

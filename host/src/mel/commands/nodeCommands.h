@@ -18,6 +18,7 @@ void registerConnectionCommands(mel::CommandRegistry& registry); ///< connectAtt
 void registerHierarchyCommands(mel::CommandRegistry& registry);  ///< parent, duplicate
 void registerGroupCommand(mel::CommandRegistry& registry);       ///< group
 void registerVisibilityCommands(mel::CommandRegistry& registry); ///< hide, showHidden
+void registerNamespaceCommands(mel::CommandRegistry& registry);  ///< namespace, namespaceInfo
 
 /// The name that the shape of a transform has by custom: body -> bodyShape, body1 -> bodyShape1.
 std::string customaryShapeName(const std::string& transform);

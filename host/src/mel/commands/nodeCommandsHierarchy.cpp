@@ -1,8 +1,10 @@
 #include "graph/graph.h"
+#include "graph/names.h"
 #include "mel/command.h"
 #include "mel/commands/geometryCommands.h"
 #include "mel/commands/nodeCommands.h"
 #include "mel/commands/plugArguments.h"
+#include "mel/commands/selectionCommands.h"
 #include "nodes/geometry.h"
 #include "nodes/transformPlacing.h"
 #include "scene/maReader.h"
@@ -66,18 +68,23 @@ Value parent(Session& session, const Args& args)
     return names;
 }
 
+enum class Subtree { kWhole, kRootOnly };
+
 /// A node and all below it as the text of a file; history, which is intermediate, is left out.
-void writeTree(std::string& text, const DagNode& node, const std::string& name, const std::string& parentName)
+void writeTree(std::string& text, const DagNode& node, const std::string& name, const std::string& parentName,
+               Subtree subtree)
 {
     text += "createNode " + node.type().name + " -n " + maQuoted(name);
     text += parentName.empty() ? ";\n" : " -p " + maQuoted(parentName) + ";\n";
     MaNodeWriter(text, node, SceneUnits()).write();
+    if (subtree == Subtree::kRootOnly)
+        return;
     const std::string path = parentName + "|" + name;
     for (const Ref<DagNode>& child : node.children()) {
         if (child->isIntermediate())
             continue;
         const bool customary = child->isShape() && child->name() == customaryShapeName(node.name());
-        writeTree(text, *child, customary ? customaryShapeName(name) : child->name(), path);
+        writeTree(text, *child, customary ? customaryShapeName(name) : child->name(), path, subtree);
     }
 }
 
@@ -97,10 +104,10 @@ void copyShapes(DagNode& from, DagNode& to)
     }
 }
 
-DagNode& copyTree(Graph& graph, DagNode& original, const std::string& name)
+DagNode& copyTree(Graph& graph, DagNode& original, const std::string& name, Subtree subtree)
 {
     std::string text = "//Maya ASCII 2019 scene\n";
-    writeTree(text, original, name, {});
+    writeTree(text, original, name, {}, subtree);
     const std::size_t before = graph.nodes().size();
     std::istringstream stream(text);
     SceneInfo unused;
@@ -114,7 +121,7 @@ DagNode& copyTree(Graph& graph, DagNode& original, const std::string& name)
     return copy;
 }
 
-DagNode& duplicateNode(Session& session, DagNode& original, const std::string& name)
+DagNode& duplicateNode(Session& session, DagNode& original, const std::string& name, Subtree subtree)
 {
     struct State {
         Ref<DagNode> original, copy;
@@ -123,29 +130,66 @@ DagNode& duplicateNode(Session& session, DagNode& original, const std::string& n
     const auto state = std::make_shared<State>();
     state->original = &original;
     session.edits().perform(
-        [state, name](Session& now) {
+        [state, name, subtree](Session& now) {
             if (state->copy)
                 now.graph().restore(state->removal);
             else
-                state->copy = &copyTree(now.graph(), *state->original, name);
+                state->copy = &copyTree(now.graph(), *state->original, name, subtree);
         },
         [state](Session& now) { state->removal = now.graph().remove(*state->copy); });
     return *state->copy;
 }
 
+/// The transforms below a node, those above first.
+void collectBelow(const DagNode& node, std::vector<Ref<DagNode>>& found)
+{
+    for (const Ref<DagNode>& child : node.children())
+        if (!child->isShape()) {
+            found.push_back(child);
+            collectBelow(*child, found);
+        }
+}
+
+/// Gives nodes that share their name with others one of their own.
+void renameApart(Session& session, const std::vector<Ref<DagNode>>& nodes)
+{
+    const Graph& graph = session.graph();
+    for (const Ref<DagNode>& node : nodes) {
+        if (graph.findAll(node->name()).size() < 2)
+            continue;
+        NumberedName name = numbered(node->name());
+        do
+            ++name.number;
+        while (!graph.findAll(name.stem + std::to_string(name.number)).empty());
+        session.edits().rename(*node, name.stem + std::to_string(name.number));
+    }
+}
+
 Value duplicate(Session& session, const Args& args)
 {
-    mel::StringArray names;
+    const Subtree subtree = args.isSet("parentOnly") ? Subtree::kRootOnly : Subtree::kWhole;
+    std::vector<Ref<DagNode>> made;
+    SelectionList copies;
     for (Node* const node : nodesOrSelection(session, args.objectNames())) {
         DagNode* dag = node->asDag();
         if (dag && dag->isShape())
             dag = dag->parent();
         if (!dag)
             throw Error("duplicate: " + node->uniqueName() + " is not in the DAG.");
-        DagNode& copy = duplicateNode(session, *dag, args.textOr("name", dag->name()));
-        selectOnly(session, copy);
-        names.push_back(copy.uniqueName());
+        DagNode& copy = duplicateNode(session, *dag, args.textOr("name", dag->name()), subtree);
+        copies.items.push_back({Ref<Node>(&copy), {}, Plug()});
+        made.emplace_back(&copy);
+        std::vector<Ref<DagNode>> below;
+        collectBelow(copy, below);
+        if (args.isSet("renameChildren"))
+            renameApart(session, below);
+        if (!args.isSet("returnRootsOnly"))
+            made.insert(made.end(), below.begin(), below.end());
     }
+    recordSelection(session, std::move(copies));
+    mel::StringArray names;
+    for (const Ref<DagNode>& node : made)
+        names.push_back(node->uniqueName());
     return names;
 }
 
@@ -176,6 +220,8 @@ void registerHierarchyCommands(mel::CommandRegistry& registry)
     registry.add(CommandSpec("duplicate")
                      .flag("n", "name", {ArgType::kString})
                      .flag("rr", "returnRootsOnly")
+                     .flag("po", "parentOnly")
+                     .flag("rc", "renameChildren")
                      .objects(0)
                      .undoable(),
                  duplicate);
