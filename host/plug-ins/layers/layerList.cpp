@@ -38,6 +38,8 @@ std::string idText(int id, Misbehaviour misbehaviour)
         return quoted(std::to_string(id));
     case Misbehaviour::kIdIsFraction:
         return std::to_string(id) + ".5";
+    case Misbehaviour::kIdIsHuge:
+        return std::to_string(id + 4294967296LL);
     case Misbehaviour::kVanishedId:
         return std::to_string(id + 1000);
     default:

@@ -26,6 +26,7 @@ const Row kRows[] = {
     {"nameIsNumber", Misbehaviour::kNameIsNumber},
     {"idIsText", Misbehaviour::kIdIsText},
     {"idIsFraction", Misbehaviour::kIdIsFraction},
+    {"idIsHuge", Misbehaviour::kIdIsHuge},
     {"childrenIsText", Misbehaviour::kChildrenIsText},
     {"tooFewWeights", Misbehaviour::kTooFewWeights},
     {"tooManyWeights", Misbehaviour::kTooManyWeights},

@@ -20,6 +20,7 @@ enum class Misbehaviour {
     kNameIsNumber, ///< a value of its entries has the wrong type
     kIdIsText,
     kIdIsFraction,
+    kIdIsHuge, ///< beyond 32 bits
     kChildrenIsText,
     kTooFewWeights,  ///< a read gives one number less
     kTooManyWeights, ///< a read gives one number more

@@ -49,12 +49,13 @@ public:
     void change(const ModeRow& row, const std::string& kind)
     {
         startTool();
+        setClamps({true, true, 0, 1}); // redo then clamps as the live stroke does, in every mode
         if (kind == "paste") {
             select("sheet.vtx[*] twin.vtx[*] coarse.vtx[*]");
             edit("-copy true");
         }
         setState(clickableState(7));
-        select("sheet.vtx[1] sheet.vtx[6:8] twin.vtx[6:8] coarse.vtx[4:6]");
+        select("sheet.vtx[1] sheet.vtx[6:8] twin.vtx[6:12] coarse.vtx[4:6]");
         target = pieces();
         session.undo().flush();
         if (kind == "paste")
@@ -65,20 +66,21 @@ public:
     Pieces target;
 };
 
-/// A mode, a change, what to lock so that the change of the second mesh fails, and whether its redo minds.
-struct LockedRow {
+/// A mode, a change, what to lock so that the change of the second mesh fails, and whether a redo minds a
+/// failure.
+struct FailingRow {
     const char* mode;
     const char* change;
     const char* lock;
     bool redoStops;
 };
 
-std::ostream& operator<<(std::ostream& out, const LockedRow& row)
+std::ostream& operator<<(std::ostream& out, const FailingRow& row)
 {
     return out << row.change << " in " << row.mode;
 }
 
-const LockedRow kLocked[] = {
+const FailingRow kFailing[] = {
     {"default", "stroke", "lift.weightList[1].weights", false},
     {"default", "paste", "lift.weightList[1].weights", true},
     {"plug", "stroke", "lift.maskList[1].mask[7]", false},
@@ -93,9 +95,9 @@ const LockedRow kLocked[] = {
     {"blendShapeBase", "paste", "mix.inputTarget[0].baseWeights[7]", false},
 };
 
-class LockedWeights : public Failures, public ::testing::WithParamInterface<LockedRow> {};
+class FailingWrites : public Failures, public ::testing::WithParamInterface<FailingRow> {};
 
-INSTANTIATE_TEST_SUITE_P(Rows, LockedWeights, ::testing::ValuesIn(kLocked), [](const auto& row) {
+INSTANTIATE_TEST_SUITE_P(Rows, FailingWrites, ::testing::ValuesIn(kFailing), [](const auto& row) {
     return std::string(row.param.mode) + (std::string(row.param.change) == "paste" ? "Paste" : "Stroke");
 });
 
@@ -105,7 +107,7 @@ Numbers numbersOf(const State& state, const ModeRow& row, int mesh)
     return state.at(row.arrayOf(mesh));
 }
 
-TEST_P(LockedWeights, EndARedoWhereItIsCheckedAndNeverAnUndo)
+TEST_P(FailingWrites, ToLockedWeightsEndARedoWhereItIsCheckedAndNeverAnUndo)
 {
     const ModeRow& row = rowOf(GetParam().mode);
     build(row);
@@ -138,6 +140,33 @@ TEST_P(LockedWeights, EndARedoWhereItIsCheckedAndNeverAnUndo)
     EXPECT_EQ(state(), done) << "unlocked, it is all there";
 }
 
+// A mesh that has fewer points by then: nothing is written for it, where the others go on.
+TEST_P(FailingWrites, ToPointsThatAreNoLongerThereLeaveTheOthers)
+{
+    const ModeRow& row = rowOf(GetParam().mode);
+    build(row);
+    pose();
+    change(row, GetParam().change);
+    const Numbers done = edited(2);
+    mel("undo");
+    const Numbers undone = edited(2), twin = edited(1);
+    unrecorded("connectAttr -f coarseShapeOrig.outMesh twinShapeOrig.inMesh");
+    const bool stops = GetParam().redoStops;
+    const bool named = row.storesFloats && row.mode != std::string("default"); // element by element
+    const std::vector<std::string> refusal = {
+        warned(shape(1), "its recorded weights do not fit its selected points; nothing was written for it.")};
+
+    const std::string report = reported("redo");
+    EXPECT_EQ(countOf(report, kReport), stops ? 1u : 0u) << report;
+    EXPECT_EQ(shown(), named ? refusal : std::vector<std::string>());
+    EXPECT_EQ(edited(1) == twin, !row.firstGeometryOnly);
+    EXPECT_EQ(edited(2), stops ? undone : done);
+    EXPECT_EQ(reported("undo"), "");
+    EXPECT_EQ(shown(), named ? refusal : std::vector<std::string>());
+    EXPECT_EQ(edited(1), twin);
+    EXPECT_EQ(edited(2), undone);
+}
+
 class VanishedObjects : public Failures, public ::testing::WithParamInterface<std::tuple<ModeRow, bool>> {};
 
 INSTANTIATE_TEST_SUITE_P(Modes, VanishedObjects,
@@ -168,6 +197,68 @@ TEST_P(VanishedObjects, AreNamedAndTheRestGoesOn)
                           warned("An edited object", "it is no longer there; nothing was written for it.")});
             EXPECT_EQ(edited(2), back ? undone : done);
         }
+}
+
+/// A mode, a change, the node that is deleted behind the undo queue's back, and what comes of it.
+struct DeletedRow {
+    const char* mode;
+    const char* change;
+    const char* node;
+    std::size_t redoReports;
+    bool named; ///< every object is refused by its name, in redo and undo
+};
+
+std::ostream& operator<<(std::ostream& out, const DeletedRow& row)
+{
+    return out << row.change << " in " << row.mode;
+}
+
+const DeletedRow kDeleted[] = {
+    {"default", "stroke", "lift", 0, false},
+    {"default", "paste", "lift", 1, false},
+    {"plug", "stroke", "lift", 0, true},
+    {"plug", "paste", "lift", 0, true},
+    {"blendShapeTarget", "stroke", "mix", 0, true},
+    {"blendShapeTarget", "paste", "mix", 0, true},
+    {"blendShapeBase", "stroke", "mix", 0, true},
+    {"blendShapeBase", "paste", "mix", 0, true},
+    {"skinCluster", "stroke", "sheetSkin", 1, false},
+    {"skinCluster", "paste", "sheetSkin", 1, false},
+    {"dualQuaternion", "stroke", "sheetSkin", 1, false},
+    {"dualQuaternion", "paste", "sheetSkin", 1, false},
+};
+
+class DeletedDeformer : public Failures, public ::testing::WithParamInterface<DeletedRow> {};
+
+INSTANTIATE_TEST_SUITE_P(Rows, DeletedDeformer, ::testing::ValuesIn(kDeleted), [](const auto& row) {
+    return std::string(row.param.mode) + (std::string(row.param.change) == "paste" ? "Paste" : "Stroke");
+});
+
+TEST_P(DeletedDeformer, IsReportedAsTheModeDoesAndNothingIsWritten)
+{
+    const ModeRow& row = rowOf(GetParam().mode);
+    build(row);
+    pose();
+    change(row, GetParam().change);
+    std::vector<std::string> refusals;
+    for (const Piece& piece : target)
+        if (GetParam().named)
+            refusals.push_back(
+                warned(shape(piece.mesh), "the deformer does not deform it; nothing was written for it."));
+    unrecorded(std::string("delete ") + GetParam().node);
+    const std::string scene = sceneText(session);
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(reported("undo"), "");
+        EXPECT_EQ(shown(), refusals);
+        if (GetParam().node == std::string("sheetSkin"))
+            EXPECT_NE(sceneText(session), scene) << "the other meshes go back";
+        else
+            EXPECT_EQ(sceneText(session), scene);
+        const std::string report = reported("redo");
+        EXPECT_EQ(countOf(report, kReport), GetParam().redoReports) << report;
+        EXPECT_EQ(report.empty(), GetParam().redoReports == 0) << report;
+        EXPECT_EQ(shown(), refusals);
+    }
 }
 
 } // namespace

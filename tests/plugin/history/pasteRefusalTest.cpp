@@ -115,6 +115,17 @@ TEST_P(PasteRefusal, IsSaidAndNothingIsWrittenForTheObject)
         mel("redo");
         EXPECT_EQ(state(), done);
     }
+    // Neither way writes anything for it, whatever it holds by then.
+    const State other = randomState(9);
+    for (const char* step : {"undo", "redo"}) {
+        setState(other);
+        mel(step);
+        const State after = state();
+        for (int mesh = 0; mesh < kMeshes; ++mesh) {
+            const std::string array = rowOf(row.mode).arrayOf(mesh);
+            EXPECT_EQ(after.at(array) != other.at(array), mesh == row.written) << step << ": " << array;
+        }
+    }
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "undo/undoQueue.h"
 
 #include <cmath>
+#include <functional>
 
 using namespace testing_support;
 
@@ -129,22 +130,27 @@ TEST_P(StrokeHistory, RedoBringsBackTheLiveStrokeBitForBitWhereBothClampsAreThos
 // deformer evaluate again: it exists afterwards.
 TEST_P(StrokeHistory, ElementWritesEndWithTheFirstElementAsItIs)
 {
-    mel("softSelect -sse 0; select sheet.vtx[1] twin.vtx[8]");
-    const Pixel motion = dragFor(0.35);
-    strokeBy(motion);
-    const bool refreshes = row().storesFloats && row().mode != std::string("default");
     if (row().kind != ModeRow::kPlain)
         return; // their numbers are no elements of a plug
+    const bool refreshes = row().storesFloats && row().mode != std::string("default");
     const std::string first = row().plugOf(1) + "[0]";
-    for (const char* step : {"undo", "redo"}) {
-        SCOPED_TRACE(step);
+    const auto expectRefreshed = [&](const std::string& what, const std::function<void()>& run) {
+        SCOPED_TRACE(what);
         unrecorded("removeMultiInstance " + first);
         const double unset = melFloat("getAttr " + first);
         ASSERT_FALSE(session.graph().plug(row().plugOf(1)).element(0).exists());
-        mel(step);
+        run();
         EXPECT_EQ(session.graph().plug(row().plugOf(1)).element(0).exists(), refreshes);
         EXPECT_EQ(melFloat("getAttr " + first), unset);
-    }
+    };
+    mel("softSelect -sse 0; select twin.vtx[8] sheet.vtx[1]");
+    strokeBy(dragFor(0.35));
+    expectRefreshed("undo", [&] { mel("undo"); });
+    expectRefreshed("redo", [&] { mel("redo"); });
+    edit("-copy true");
+    expectRefreshed("paste", [&] { edit("-paste true"); });
+    expectRefreshed("undo of the paste", [&] { mel("undo"); });
+    expectRefreshed("redo of the paste", [&] { mel("redo"); });
 }
 
 } // namespace
