@@ -1,4 +1,5 @@
-// Copy and paste: the keys, the match by position, what goes with what, refusals, undo.
+// Copy and paste: the match by position, deformers that are not named, refusals. What each mode writes is
+// with the histories.
 #include "graph/graph.h"
 #include "support/toolFixture.h"
 #include "support/weights.h"
@@ -126,66 +127,6 @@ public:
     std::vector<Rows> restPoints;
 };
 
-TEST_F(CopyPaste, TheKeysGoTheWholeRoadAndOnlyFromAModelPanel)
-{
-    mel("select sheet.vtx[*]; setFocus outlinerPanel1; viewportEvent -key \"c\"; setFocus modelPanel4;"
-        "select twin.vtx[*]");
-    const std::string start = sceneText(session);
-    mel("viewportEvent -key \"v\"");
-    EXPECT_EQ(sceneText(session), start) << "nothing was copied from another panel";
-    mel("select sheet.vtx[*]; viewportEvent -key \"c\"; select twin.vtx[*]; setFocus outlinerPanel1;"
-        "viewportEvent -key \"v\"");
-    EXPECT_EQ(sceneText(session), start) << "nor is it pasted there";
-    mel("setFocus modelPanel4; viewportEvent -key \"v\"");
-    EXPECT_EQ(values("default", 1), values("default", 0));
-    EXPECT_EQ(melString("undoInfo -q -undoName"), "morvaneToolCmd");
-    toolOff();
-    mel("undo; select coarse.vtx[*]");
-    const std::string before = sceneText(session);
-    mel("viewportEvent -key \"v\"");
-    EXPECT_EQ(sceneText(session), before) << "without the tool the keys are not its";
-}
-
-// Every mode's copy in every plain mode, from one mesh to its duplicate.
-class PlainPaste : public CopyPaste,
-                   public ::testing::WithParamInterface<std::pair<const char*, const char*>> {};
-
-INSTANTIATE_TEST_SUITE_P(
-    Modes, PlainPaste,
-    ::testing::Values(std::make_pair("default", "default"), std::make_pair("plug", "default"),
-                      std::make_pair("dualQuaternion", "default"), std::make_pair("skinCluster", "default"),
-                      std::make_pair("default", "plug"), std::make_pair("plug", "plug"),
-                      std::make_pair("dualQuaternion", "plug"), std::make_pair("skinCluster", "plug"),
-                      std::make_pair("default", "dualQuaternion"), std::make_pair("plug", "dualQuaternion"),
-                      std::make_pair("dualQuaternion", "dualQuaternion"),
-                      std::make_pair("skinCluster", "dualQuaternion")));
-
-TEST_P(PlainPaste, ReproducesTheWeightsInOneUndoStep)
-{
-    const auto [from, to] = GetParam();
-    mode(from);
-    copy("sheet.vtx[*]");
-    mode(to);
-    mel("select twin.vtx[3:17]");
-    session.undo().flush();
-    const std::string start = sceneText(session);
-    std::vector<double> expected = values(to, 1);
-    const std::vector<double> source = values(from, 0);
-    for (std::size_t v = 3; v <= 17; ++v)
-        expected[v] = narrowed(source[v]);
-    edit("-paste true");
-    EXPECT_EQ(values(to, 1), expected);
-    EXPECT_EQ(session.undo().undoCount(), 1u);
-    EXPECT_EQ(melString("undoInfo -q -undoName"), "morvaneToolCmd");
-    const std::string pasted = sceneText(session);
-    for (int round = 0; round < 2; ++round) {
-        mel("undo");
-        EXPECT_EQ(sceneText(session), start);
-        mel("redo");
-        EXPECT_EQ(sceneText(session), pasted);
-    }
-}
-
 // One vertex of the coarse sheet is farther than any match reaches.
 TEST_F(CopyPaste, TheNearestCopiedVertexOfAllObjectsWins)
 {
@@ -202,33 +143,6 @@ TEST_F(CopyPaste, TheNearestCopiedVertexOfAllObjectsWins)
                 "default", copied[static_cast<std::size_t>(object)])[static_cast<std::size_t>(vertex)]);
         paste(meshes[static_cast<std::size_t>(target)] + ".vtx[*]");
         EXPECT_EQ(values("default", target), expected);
-        mel("undo");
-    }
-}
-
-// Influence j of every pasted row comes from the point that the target's point j matched.
-TEST_F(CopyPaste, RowsOfASkinPasteAreAllAlike)
-{
-    mode("skinCluster");
-    for (const auto& [target, copied] : {std::pair<int, std::vector<int>>{1, {0}}, {0, {2, 1}}, {2, {0}}}) {
-        SCOPED_TRACE("onto " + meshes[static_cast<std::size_t>(target)]);
-        const std::vector<std::pair<int, int>> match = matches(target, copied);
-        std::string selection;
-        for (const int geometry : copied)
-            selection += meshes[static_cast<std::size_t>(geometry)] + ".vtx[*] ";
-        copy(selection);
-        std::vector<double> row;
-        for (std::size_t j = 0; j < 3; ++j)
-            row.push_back(narrowed(skin(copied[static_cast<std::size_t>(
-                match[j].first)])[static_cast<std::size_t>(match[j].second)][j]));
-        const Rows before = skin(target);
-        paste(meshes[static_cast<std::size_t>(target)] + ".vtx[*]");
-        for (const std::vector<double>& pasted : skin(target))
-            EXPECT_EQ(pasted, row);
-        mel("undo");
-        EXPECT_EQ(skin(target), before);
-        mel("redo");
-        EXPECT_EQ(skin(target)[0], row);
         mel("undo");
     }
 }

@@ -127,4 +127,30 @@ TEST_P(ControlPoints, TakeTheOneRowOfASkinPaste)
     EXPECT_EQ(skinWeights(session, "twoSkin", 12, 2), old);
 }
 
+using Surfaces = ToolTest;
+
+// Surfaces are not edited by their deformer's weights: nothing is copied, and nothing is pasted onto them.
+TEST_F(Surfaces, OfSurfacesAreLeftAloneWithoutAWord)
+{
+    mel("nurbsPlane -n leaf; polyPlane -ch 0 -n sheet -sx 2 -sy 2; select leaf sheet; maskedOffset -n lift "
+        "-o 0 3 0;"
+        "select -cl");
+    edit("-deformer lift -plug mask");
+    toolOn();
+    for (const char* mode : {"default", "plug"}) {
+        edit(std::string("-weightMode ") + mode);
+        for (const auto& [from, onto] : {std::pair<std::string, std::string>{"leaf.cv[*][*]", "sheet.vtx[*]"},
+                                         {"sheet.vtx[*]", "leaf.cv[*][*]"}}) {
+            mel("setAttr \"lift.weightList[1].weights[0:3]\" .1 .2 .3 .4; select " + from);
+            edit("-copy true");
+            mel("select " + onto);
+            session.undo().flush();
+            const std::string scene = sceneText(session);
+            edit("-paste true");
+            EXPECT_EQ(sceneText(session), scene) << from;
+            EXPECT_EQ(session.undo().undoCount(), 0u) << from;
+        }
+    }
+}
+
 } // namespace

@@ -190,6 +190,10 @@ void HistoryScene::buildMeshes()
         const std::string name = mesh_(mesh);
         mel("polyPlane -ch 0 -n " + name + " " + sizes[mesh] + "; parent " + name + " all; setAttr " + name +
             ".translateZ " + std::to_string(away[mesh]));
+    }
+    if (!beforeDeformers.empty())
+        mel(beforeDeformers);
+    for (int mesh = 0; mesh < kMeshes; ++mesh) {
         restPoints[mesh].clear();
         for (int vertex = 0; vertex < size(mesh); ++vertex)
             restPoints[mesh].push_back(melFloats("pointPosition -l " + vertexName(mesh, vertex)));

@@ -114,6 +114,8 @@ public:
     /// The points of a mesh before it is deformed, in its own space.
     std::vector<Numbers> restPoints[kMeshes];
 
+    std::string beforeDeformers; ///< MEL that build runs on the bare meshes
+
 protected:
     void buildMeshes();
     void buildBlendShape();

@@ -15,9 +15,9 @@ double narrowed(double number)
     return static_cast<double>(static_cast<float>(number));
 }
 
-/// A copied point: its piece, its position there, and its vertex.
+/// A copied point: its piece, its position there, and what goes for its vertex.
 struct Match {
-    std::size_t piece, position, vertex;
+    std::size_t piece, position, id;
 };
 
 class PasteScene : public HistoryScene {
@@ -37,14 +37,16 @@ public:
         edit("-copy true");
         return copied;
     }
-    /// The search from every target point through every copied one; the first of the nearest wins.
+    /// The search from every target point through every copied one; the first of the nearest wins. A point
+    /// that is too far from all takes position 0 and id 0 of the piece that the point before it matched.
     std::vector<Match> matches(const Piece& target, const Pieces& copied) const
     {
         std::vector<Match> found;
+        std::size_t piece = 0;
         for (const int vertex : target.vertices) {
             const Numbers& at = restPoints[target.mesh][static_cast<std::size_t>(vertex)];
             double best = 1000;
-            Match match = {0, 0, 0};
+            std::size_t position = 0, id = 0;
             for (std::size_t c = 0; c < copied.size(); ++c)
                 for (std::size_t k = 0; k < copied[c].vertices.size(); ++k) {
                     const auto v = static_cast<std::size_t>(copied[c].vertices[k]);
@@ -53,22 +55,31 @@ public:
                     const double distance = std::sqrt(x * x + y * y + z * z);
                     if (distance < best) {
                         best = distance;
-                        match = {c, k, v};
+                        piece = c;
+                        position = k;
+                        id = v;
                     }
                 }
-            found.push_back(match);
+            found.push_back({piece, position, id});
         }
         return found;
     }
-    static double copiedNumber(const Copied& copied, const Match& match, std::size_t influence)
+    static double copiedNumber(const Copied& copied, std::size_t piece, std::size_t vertex,
+                               std::size_t influence)
     {
-        const int mesh = copied.pieces[match.piece].mesh;
+        const int mesh = copied.pieces[piece].mesh;
         const std::string place = " " + std::to_string(mesh);
         if (copied.row->kind == ModeRow::kSkin)
-            return copied.state.at("skin" + place)[match.vertex * 3 + influence];
+            return copied.state.at("skin" + place)[vertex * 3 + influence];
         if (copied.row->kind == ModeRow::kLayerInfluence)
-            return copied.state.at("layer " + std::to_string(influence) + place)[match.vertex];
-        return copied.state.at(copied.row->arrayOf(mesh))[match.vertex];
+            return copied.state.at("layer " + std::to_string(influence) + place)[vertex];
+        return copied.state.at(copied.row->arrayOf(mesh))[vertex];
+    }
+    /// The number at the position that a match has in a piece's component.
+    static double numberAt(const Copied& copied, const Match& match, std::size_t influence)
+    {
+        const int vertex = copied.pieces[match.piece].vertices[match.position];
+        return copiedNumber(copied, match.piece, static_cast<std::size_t>(vertex), influence);
     }
 
     Change pasted(const ModeRow& row, const Copied& copied, const Pieces& target, const State& old)
@@ -86,21 +97,21 @@ public:
                 const auto v = static_cast<std::size_t>(target[i].vertices[m]);
                 if (row.kind == ModeRow::kPlain)
                     change[array][v] =
-                        narrowed(copiedNumber(copied, match[m], knee(copied.pieces[match[m].piece].mesh)));
+                        narrowed(numberAt(copied, match[m], knee(copied.pieces[match[m].piece].mesh)));
                 // All rows are alike: influence j comes from the match of the target's point j.
                 for (std::size_t j = 0; row.kind == ModeRow::kSkin && j < 3; ++j)
-                    change[array][v * 3 + j] = narrowed(copiedNumber(copied, match[j], j));
-                // Found by the position that the match has in the last copied component.
+                    change[array][v * 3 + j] = narrowed(numberAt(copied, match[j], j));
+                // Found by the vertex at the match's position in the last copied component.
                 if (row.kind == ModeRow::kLayer) {
-                    Match found = match[m];
-                    found.vertex = static_cast<std::size_t>(copied.pieces.back().vertices[found.position]);
-                    change[array][v] = narrowed(copiedNumber(copied, found, 0));
+                    const int vertex = copied.pieces.back().vertices[match[m].position];
+                    change[array][v] =
+                        narrowed(copiedNumber(copied, match[m].piece, static_cast<std::size_t>(vertex), 0));
                 }
                 // Of several objects only the last keeps what was pasted.
                 for (std::size_t j = 0; row.kind == ModeRow::kLayerInfluence && j < 3; ++j)
                     if (i + 1 == target.size())
                         change["layer " + std::to_string(j) + " " + std::to_string(target[i].mesh)][v] =
-                            copiedNumber(copied, match[m], j);
+                            copiedNumber(copied, match[m].piece, match[m].id, j);
             }
         }
         return change;
@@ -195,6 +206,20 @@ TEST_P(PasteAcross, TopologiesAndObjectsFindTheNumbersOfTheirNearestCopiedPoints
         setState(randomState(6));
         pasteUndoRedo(rowOf(GetParam().mode), copy(rowOf(GetParam().mode), from), onto);
     }
+}
+
+// Points beyond the reach of a match, after one that matched the first copied object, after one that matched
+// the second, and before any.
+TEST_P(PasteAcross, PointsOutOfReachTakeTheFirstNumberOfTheObjectThatTheOneBeforeMatched)
+{
+    beforeDeformers = "xform -os -t 5000 0 0 coarse.vtx[0] coarse.vtx[2] coarse.vtx[8];"
+                      "xform -os -t 1003 0 -3 coarse.vtx[7]"; // 999 from the twin
+    build(GetParam());
+    startTool();
+    setState(randomState(10));
+    const ModeRow& row = rowOf(GetParam().mode);
+    pasteUndoRedo(row, copy(row, "sheet.vtx[2:9] twin.vtx[10:19]"), "coarse.vtx[*]");
+    pasteUndoRedo(row, copy(row, "coarse.vtx[0:1]"), "twin.vtx[0:5]");
 }
 
 } // namespace

@@ -126,6 +126,39 @@ TEST_P(StrokeHistory, RedoBringsBackTheLiveStrokeBitForBitWhereBothClampsAreThos
     }
 }
 
+// C works while the mouse is down, and on other objects than those of the stroke.
+TEST_P(StrokeHistory, ACopyInTheMiddleLeavesTheStrokeAndItsRecordAlone)
+{
+    setClamps({true, true, 0, 1});
+    const Pixel motion = dragFor(0.35), from = pixelOf(vertexName(0, kClicked));
+    const Pixel to = {from.x + motion.x, from.y + motion.y};
+    strokeBy(motion);
+    const State stroked = state();
+    mel("undo");
+    setState(start);
+    session.undo().flush();
+    press(from);
+    drag({from.x + motion.x / 2, from.y + motion.y / 2});
+    const State half = state();
+    unrecorded("select coarse.vtx[*]");
+    edit("-copy true");
+    unrecorded(std::string("select ") + kEdited);
+    drag(to);
+    release(to);
+    EXPECT_EQ(state(), stroked);
+    EXPECT_EQ(session.undo().undoCount(), 1u);
+    mel("undo");
+    const StrokeRecord record{&row(), pieces(), 0, {}};
+    EXPECT_EQ(state(), changed(stroked, undoneStroke(record, start)));
+    mel("redo");
+    EXPECT_EQ(state(), stroked);
+    // What was copied is what the stroke had made of it by then.
+    mel("softSelect -sse 0; select coarse.vtx[*]");
+    edit("-paste true");
+    for (std::size_t v = 0; v < 9 && row().kind == ModeRow::kPlain; ++v)
+        EXPECT_EQ(edited(2)[v], static_cast<double>(static_cast<float>(half.at(row().arrayOf(2))[v])));
+}
+
 // In the modes that go element by element the first element is written as well, as it is, which makes the
 // deformer evaluate again: it exists afterwards.
 TEST_P(StrokeHistory, ElementWritesEndWithTheFirstElementAsItIs)
