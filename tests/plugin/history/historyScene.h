@@ -94,7 +94,7 @@ public:
     Pieces pieces();
     /// The same, but for the vertex that strokes click: its weights are in the middle.
     State clickableState(unsigned seed);
-    /// Switches the tool on and presses once, at which it notices that there are layers.
+    /// Switches the tool on and presses beside everything, at which it notices that there are layers.
     void startTool();
     /// How far to drag to raise the clicked vertex's weight by about this much.
     Pixel dragFor(double more);
