@@ -69,8 +69,12 @@ public:
         for (unsigned int index = 0; index < copiedSel.length(); ++index) {
             EditedObject item;
             RestPoints points;
-            if (!findEditedObject(copiedSel, index, item) ||
-                !readRestPoints(deformer, copy.copiedSkinClusters, item, points)) {
+            if (!findEditedObject(copiedSel, index, item)) {
+                refuseObject(item.path, "weights were copied from it, but it is no longer there; nothing was "
+                                        "pasted.");
+                return nullptr;
+            }
+            if (!readRestPoints(deformer, copy.copiedSkinClusters, item, points)) {
                 refuseObject(item.path,
                              "weights were copied from it, but the deformer does not deform it; nothing "
                              "was pasted.");

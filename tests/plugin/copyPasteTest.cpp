@@ -248,6 +248,12 @@ TEST_F(CopyPaste, ACopyFromWhatTheDeformerDoesNotDeformIsNotPasted)
         "was pasted.");
     paste("twin.vtx[*]");
     EXPECT_EQ(sceneText(session), start);
+    mel("delete other");
+    const std::string without = sceneText(session);
+    expectWarning(
+        "An edited object: weights were copied from it, but it is no longer there; nothing was pasted.");
+    paste("twin.vtx[*]");
+    EXPECT_EQ(sceneText(session), without);
 }
 
 } // namespace

@@ -5,13 +5,9 @@
 #include "mel/commands/geometryCommands.h"
 #include "mel/commands/plugArguments.h"
 #include "mel/commands/register.h"
-#include "nodes/historyRemoval.h"
-#include "nodes/shapeEvaluation.h"
 #include "session.h"
 #include "types/error.h"
 #include "undo/edits.h"
-
-#include <algorithm>
 
 namespace host {
 
@@ -42,58 +38,6 @@ Value createNode(Session& session, const Args& args)
     if (!args.isSet("skipSelect"))
         selectOnly(session, node);
     return node.uniqueName();
-}
-
-/// What a deformer handed on to its outputs now comes from its inputs: deleting it must not empty the shapes.
-void bridgeGeometry(Session& session, Node& deformer)
-{
-    Graph& graph = session.graph();
-    const Plug outputs = deformer.plug("outputGeometry"), inputs = deformer.plug("input");
-    for (const std::uint32_t index : outputs.existingIndices()) {
-        const Plug source = graph.source(inputs.element(index).child("inputGeometry"));
-        if (source.isNull())
-            continue;
-        for (const Plug& destination : graph.destinations(outputs.element(index)))
-            session.edits().connect(source, destination, true);
-    }
-}
-
-void removeHistoryBelow(Session& session, DagNode& node)
-{
-    if (shapeAttributes(node) && !node.isIntermediate())
-        removeHistory(session, node);
-    // A copy: intermediate shapes go.
-    const std::vector<Ref<DagNode>> children = node.children();
-    for (const Ref<DagNode>& child : children)
-        if (child->alive())
-            removeHistoryBelow(session, *child);
-}
-
-Value deleteCommand(Session& session, const Args& args)
-{
-    if (args.isSet("constructionHistory")) {
-        std::vector<Node*> nodes;
-        if (!args.isSet("all"))
-            nodes = nodesOrSelection(session, args.objectNames());
-        else
-            for (const Ref<DagNode>& root : session.graph().roots())
-                nodes.push_back(root.get());
-        for (Node* const node : nodes)
-            if (DagNode* const dag = node->asDag())
-                removeHistoryBelow(session, *dag);
-        return {};
-    }
-    if (!args.isSet("all")) {
-        deleteNodes(session, nodesOrSelection(session, args.objectNames()));
-        return {};
-    }
-    std::vector<Node*> nodes;
-    for (const Ref<Node>& node : session.graph().nodes()) {
-        if (!node->isDefault)
-            nodes.push_back(node.get());
-    }
-    deleteNodes(session, nodes);
-    return {};
 }
 
 void renameWithShapes(Session& session, Node& node, const std::string& name, bool shapesToo)
@@ -141,18 +85,6 @@ Value lockNode(Session& session, const Args& args)
 
 } // namespace
 
-void deleteNodes(Session& session, const std::vector<Node*>& nodes)
-{
-    const std::vector<Ref<Node>> doomed(nodes.begin(), nodes.end());
-    for (const Ref<Node>& node : doomed) {
-        if (!node->alive())
-            continue;
-        if (node->type().isA("geometryFilter") && !node->locked)
-            bridgeGeometry(session, *node);
-        session.edits().remove(*node);
-    }
-}
-
 std::string customaryShapeName(const std::string& transform)
 {
     std::size_t digits = transform.size();
@@ -171,9 +103,7 @@ void registerNodeCommands(mel::CommandRegistry& registry)
                      .objects(1, 1)
                      .undoable(),
                  createNode);
-    registry.add(
-        CommandSpec("delete").flag("all", "all").flag("ch", "constructionHistory").objects(0).undoable(),
-        deleteCommand);
+    registerDeleteCommand(registry);
     registry.add(CommandSpec("rename").flag("is", "ignoreShape").objects(1, 2).undoable(), rename);
     registry.add(CommandSpec("lockNode").flag("l", "lock", {ArgType::kBool}).objects(0).query().undoable(),
                  lockNode);

@@ -15,6 +15,7 @@ class CommandRegistry;
 void registerAttributeCommands(
     mel::CommandRegistry& registry); ///< setAttr, addAttr, aliasAttr, deleteAttr ...
 void registerConnectionCommands(mel::CommandRegistry& registry); ///< connectAttr, disconnectAttr
+void registerDeleteCommand(mel::CommandRegistry& registry);      ///< delete
 void registerHierarchyCommands(mel::CommandRegistry& registry);  ///< parent, duplicate
 void registerGroupCommand(mel::CommandRegistry& registry);       ///< group
 void registerVisibilityCommands(mel::CommandRegistry& registry); ///< hide, showHidden
@@ -23,7 +24,8 @@ void registerNamespaceCommands(mel::CommandRegistry& registry);  ///< namespace,
 /// The name that the shape of a transform has by custom: body -> bodyShape, body1 -> bodyShape1.
 std::string customaryShapeName(const std::string& transform);
 
-/// Deletes nodes; where a deformer goes, what it deformed goes on without it. Recorded.
+/// Deletes nodes. Where a deformer goes, what it deformed goes on without it, and its set and groups go too.
+/// A deformer goes with the handle or lattice that moves it. Recorded.
 void deleteNodes(Session& session, const std::vector<Node*>& nodes);
 
 /// What a node keeps when it gets another parent: its place in the world, or its own values.
