@@ -67,9 +67,9 @@ Weights RandomScene::actual()
     return weights;
 }
 
-void RandomScene::setRow(int shapeIndex, int point, const Values& values)
+void RandomScene::setRow(const Spot& spot, const Values& values)
 {
-    const host::Plug row = rows[at(shapeIndex)].element(static_cast<unsigned>(point)).child(0);
+    const host::Plug row = rows[at(spot.shape)].element(static_cast<unsigned>(spot.point)).child(0);
     for (std::size_t column = 0; column < values.size(); ++column)
         row.element(static_cast<unsigned>(column)).setNumber(values[column]);
 }
@@ -129,6 +129,12 @@ RichPieces RandomScene::actualRich()
     return {selectionOf(rich.selection), selectionOf(rich.symmetry)};
 }
 
+Selection RandomScene::highlight(int x, int y)
+{
+    mel("viewportEvent -move " + std::to_string(x) + " " + std::to_string(y));
+    return selectionOf(session.selection().preselection);
+}
+
 Selection RandomScene::pick(int x, int y)
 {
     return selectionOf(host::pickPoint(session, x, y, true));
@@ -168,9 +174,9 @@ std::vector<Points> RandomScene::positions()
     return all;
 }
 
-Imath::V3d RandomScene::objectPoint(int shapeIndex, int point)
+Imath::V3d RandomScene::objectPoint(const Spot& spot)
 {
-    return host::shapeGeometry(shape(shapeIndex))->points()[at(point)];
+    return host::shapeGeometry(shape(spot.shape))->points()[at(spot.point)];
 }
 
 Imath::V2d RandomScene::pixel(const Imath::V3d& world)
@@ -180,73 +186,77 @@ Imath::V2d RandomScene::pixel(const Imath::V3d& world)
     return {static_cast<double>(x), static_cast<double>(y)};
 }
 
-Imath::V2d RandomScene::pixelOfPoint(int shapeIndex, int point)
+Imath::V2d RandomScene::pixelOf(const Spot& spot)
 {
-    return pixel(objectPoint(shapeIndex, point) * host::worldMatrix(shape(shapeIndex)));
+    return pixel(objectPoint(spot) * host::worldMatrix(shape(spot.shape)));
 }
 
-bool RandomScene::nudge(const ToolModel::Press& press, Imath::V3d& low, Imath::V3d& high)
+bool RandomScene::nudgeLayer(const EditModel& edit, const Spot& spot, Imath::V3d& low, Imath::V3d& high)
 {
-    const EditModel& edit = model.pressedEdit();
+    const ModelShape& known = model.scene.shapes[at(spot.shape)];
+    const auto isOn = [&](const Piece& piece) { return piece.shape == spot.shape; };
+    if (std::none_of(edit.pieces.begin(), edit.pieces.end(), isOn))
+        return false;
+    const std::string key = std::to_string(model.scene.layerId(edit.settings, spot.shape)) + " " +
+                            WeightModel::paintTarget(edit, known);
+    const Values before = painted(spot.shape, key);
+    const Weights all = actual();
+    for (const double step : {-kStep, kStep}) {
+        Values nudged = before;
+        nudged[at(spot.point)] += step;
+        paint(spot.shape, key, nudged);
+        (step < 0 ? low : high) = objectPoint(spot);
+    }
+    paint(spot.shape, key, before);
+    // Layers were laid over the skin anew, which the press itself has not done yet.
+    const Key blend(known.name, "blend", 0);
+    for (int point = 0; point < known.size; ++point) {
+        setRow({spot.shape, point}, all.skin[at(spot.shape)][at(point)]);
+        maps.at(blend).plug.element(static_cast<unsigned>(point)).setNumber(all.numbers.at(blend)[at(point)]);
+    }
+    return true;
+}
+
+bool RandomScene::nudgeSkin(const Spot& spot, Imath::V3d& low, Imath::V3d& high)
+{
+    if (model.scene.shapes[at(spot.shape)].influence < 0)
+        return false;
+    const auto influence = at(model.scene.shapes[at(spot.shape)].influence);
+    const Values row = model.scene.weights.skin[at(spot.shape)][at(spot.point)];
+    for (const double step : {-kStep, kStep}) {
+        setRow(spot, WeightModel::withRoom(row, influence, row[influence] + step));
+        (step < 0 ? low : high) = objectPoint(spot);
+    }
+    setRow(spot, row);
+    return true;
+}
+
+bool RandomScene::nudge(const EditModel& edit, const Spot& spot, Imath::V3d& low, Imath::V3d& high)
+{
     const Mode mode = edit.settings.mode;
-    const ModelShape& known = model.scene.shapes[at(press.shape)];
-    const auto sample = [&](Imath::V3d& position) { position = objectPoint(press.shape, press.point); };
-    if (isLayerMode(mode)) {
-        const auto isOn = [&](const Piece& piece) { return piece.shape == press.shape; };
-        if (std::none_of(edit.pieces.begin(), edit.pieces.end(), isOn))
-            return false;
-        const std::string key = std::to_string(model.scene.layerId(edit.settings, press.shape)) + " " +
-                                WeightModel::paintTarget(edit, known);
-        const Values before = painted(press.shape, key);
-        const Weights skin = actual();
-        for (const double step : {-kStep, kStep}) {
-            Values nudged = before;
-            nudged[at(press.point)] += step;
-            paint(press.shape, key, nudged);
-            sample(step < 0 ? low : high);
-        }
-        paint(press.shape, key, before);
-        // Layers were laid over the skin anew, which the press itself has not done yet.
-        for (int point = 0; point < known.size; ++point) {
-            setRow(press.shape, point, skin.skin[at(press.shape)][at(point)]);
-            const Key blend(known.name, "blend", 0);
-            maps.at(blend)
-                .plug.element(static_cast<unsigned>(point))
-                .setNumber(skin.numbers.at(blend)[at(point)]);
-        }
-        return true;
-    }
-    if (mode == Mode::kSkin) {
-        if (known.influence < 0)
-            return false;
-        const auto influence = static_cast<std::size_t>(known.influence);
-        const Values row = model.scene.weights.skin[at(press.shape)][at(press.point)];
-        for (const double step : {-kStep, kStep}) {
-            setRow(press.shape, press.point, WeightModel::withRoom(row, influence, row[influence] + step));
-            sample(step < 0 ? low : high);
-        }
-        setRow(press.shape, press.point, row);
-        return true;
-    }
-    const auto map = maps.find(model.scene.keyOf(edit, press.shape));
+    if (isLayerMode(mode))
+        return nudgeLayer(edit, spot, low, high);
+    if (mode == Mode::kSkin)
+        return nudgeSkin(spot, low, high);
+    const auto map = maps.find(model.scene.keyOf(edit, spot.shape));
     if (map == maps.end())
         return false;
-    const host::Plug weight = map->second.plug.element(static_cast<unsigned>(press.point));
+    const host::Plug weight = map->second.plug.element(static_cast<unsigned>(spot.point));
     const bool steps = mode == Mode::kDefault || mode == Mode::kBlend;
     const auto kept = [&](double number) { return mode == Mode::kBlend ? number : narrowed(number); };
     const double before = weight.number(), less = kept(before - kStep);
     weight.setNumber(less);
-    sample(low);
+    low = objectPoint(spot);
     weight.setNumber(kept(steps ? less + 2 * kStep : before + kStep));
-    sample(high);
+    high = objectPoint(spot);
     weight.setNumber(before);
     return true;
 }
 
-Imath::V2d RandomScene::direction(const ToolModel::Press& press)
+Imath::V2d RandomScene::direction(const EditModel& edit, const Spot& spot)
 {
     Imath::V3d low, high;
-    if (!press.probes || !nudge(press, low, high))
+    if (!nudge(edit, spot, low, high))
         return {0, 0};
     const Imath::V2d motion = pixel(high) - pixel(low);
     if (motion.length() >= 1)

@@ -38,15 +38,18 @@ public:
     testing_support::RichPieces actualRich();
     /// Every point of every shape as displayed, in its own space.
     std::vector<testing_support::Points> positions();
+    /// What a click takes, what lies under the mouse while the highlight is on, and what a rectangle takes.
     testing_support::Selection pick(int x, int y);
+    testing_support::Selection highlight(int x, int y);
     testing_support::Selection pick(const Imath::V2d& from, const Imath::V2d& to);
     /// The texts of components for scripts.
     std::string names(const testing_support::Selection& selection);
 
-    Imath::V2d pixelOfPoint(int shape, int point);
-    /// Where a rise of the pressed point's weight by 1 leads on the screen; zero when nothing moves it.
-    /// Writes the weight a little lower and higher, as the mode stores it, and puts it back.
-    Imath::V2d direction(const testing_support::ToolModel::Press& press);
+    using Spot = testing_support::Spot;
+    Imath::V2d pixelOf(const Spot& spot);
+    /// Where a rise of a point's weight by 1 leads on the screen; zero when nothing moves it. Writes the
+    /// weight a little lower and higher, as the mode stores it, and puts it back.
+    Imath::V2d direction(const testing_support::EditModel& edit, const Spot& spot);
 
     int below(int count) { return static_cast<int>(engine() % static_cast<unsigned>(count)); }
     double fraction() { return below(10001) / 10000.0; }
@@ -78,14 +81,17 @@ private:
     int indexOf(const host::Node* node) const;
     testing_support::Selection selectionOf(const host::SelectionList& list);
     testing_support::Points pointsOf(int index, bool inWorld);
-    Imath::V3d objectPoint(int shape, int point);
+    Imath::V3d objectPoint(const Spot& spot);
     Imath::V2d pixel(const Imath::V3d& world);
-    void setRow(int shape, int point, const testing_support::Values& values);
+    void setRow(const Spot& spot, const testing_support::Values& values);
     std::string shapePath(int shape);
     void paint(int shape, const std::string& key, const testing_support::Values& values);
     testing_support::Values painted(int shape, const std::string& key);
     /// Low and high position of a point whose weight is nudged; false when there is no such weight.
-    bool nudge(const testing_support::ToolModel::Press& press, Imath::V3d& low, Imath::V3d& high);
+    bool nudge(const testing_support::EditModel& edit, const Spot& spot, Imath::V3d& low, Imath::V3d& high);
+    bool nudgeLayer(const testing_support::EditModel& edit, const Spot& spot, Imath::V3d& low,
+                    Imath::V3d& high);
+    bool nudgeSkin(const Spot& spot, Imath::V3d& low, Imath::V3d& high);
 
     struct Map {
         host::Plug plug;

@@ -79,7 +79,7 @@ PastedWeights WeightModel::pastedOn(const EditModel& edit, const CopyModel& copy
         if (place >= copy.pieces.size())
             return refuse();
         const std::size_t columns = copy.weights[place].rows.front().size();
-        if (match.matches.size() < columns)
+        if (match.matches.size() < columns || columns != at(shapes[at(piece.shape)].influences))
             return refuse();
         for (std::size_t j = 0; j < columns; ++j) {
             const Values values = flat(copy.weights[match.matches[j].object].rows);
@@ -159,9 +159,8 @@ void WeightModel::paste(const EditModel& edit)
         const PastedWeights& pasted = edit.pasted[place];
         if (pasted.refused)
             continue;
-        const ModelShape& shape = shapes[at(piece.shape)];
-        // A row of another length than the skin's cannot be written: that ends the paste.
-        if (edit.settings.mode == Mode::kSkin && pasted.row.size() != at(shape.influences))
+        // Nothing to write to a skin, which another mode's copy gives: that ends the paste.
+        if (edit.settings.mode == Mode::kSkin && pasted.row.empty())
             return;
         for (const auto& array : pasted.arrays)
             writeLayer(piece.shape, layerId(edit.settings, piece.shape), array.first, array.second);

@@ -126,11 +126,12 @@ EditModel ToolModel::newEdit() const
     return edit;
 }
 
-ToolModel::Press ToolModel::press(const Selection& pick, bool shift, bool control)
+bool ToolModel::press(const Selection& pick, bool shift, bool control, bool highlighted)
 {
     if (namesDeformer())
         active = scene.deformerNamed(settings.deformer);
-    pressed = Press();
+    pressed = Spot();
+    probing = probeCosts = false;
     command = Step();
     picked = pick;
     shiftHeld = shift;
@@ -138,9 +139,10 @@ ToolModel::Press ToolModel::press(const Selection& pick, bool shift, bool contro
     selectionChanged = false;
     command.oldList = selection;
     command.oldRich = rich();
-    setActive(selection); // a rich selection that was set ends here
+    if (!highlighted)
+        setActive(selection); // the pick ends a rich selection that was set
     if (shift)
-        return pressed;
+        return false;
     const auto isHeld = [&] {
         const Piece* const mine = pick.empty() ? nullptr : pieceOn(selection, pick[0].shape);
         return mine != nullptr &&
@@ -152,26 +154,27 @@ ToolModel::Press ToolModel::press(const Selection& pick, bool shift, bool contro
         push(symmetrize());
     }
     if (pick.empty())
-        return pressed;
-    pressed.sculpts = true;
-    pressed.shape = pick[0].shape;
-    pressed.point = pick[0].points[0];
+        return false;
+    pressed = {pick[0].shape, pick[0].points[0]};
     command.edit = newEdit();
-    pressed.probes = !command.edit.pieces.empty() && scene.read(command.edit);
-    probeCosts = pressed.probes && scene.probe(command.edit, pressed.shape, pressed.point);
-    return pressed;
+    probing = !command.edit.pieces.empty() && scene.read(command.edit);
+    probeCosts = probing && scene.probe(command.edit, pressed);
+    return true;
 }
 
-bool ToolModel::edits(int shape, int point) const
+EditModel ToolModel::editOf(const Spot& spot) const
 {
-    const int deformer = namesDeformer() ? scene.deformerNamed(settings.deformer) : active;
-    return !scene.edited(settings, deformer, {{{shape, {point}, {}}}, {}}).empty();
+    EditModel edit;
+    edit.settings = settings;
+    edit.deformer = namesDeformer() ? scene.deformerNamed(settings.deformer) : active;
+    edit.pieces = scene.edited(settings, edit.deformer, {{{spot.shape, {spot.point}, {}}}, {}});
+    return edit;
 }
 
 void ToolModel::releaseStroke(double offset, bool moved)
 {
-    const bool taken = (offset != 0 || moved) && edits(pressed.shape, pressed.point);
-    if (pressed.probes && (isLayerMode(settings.mode) || (probeCosts && !taken)))
+    const bool taken = (offset != 0 || moved) && !editOf(pressed).pieces.empty();
+    if (probing && (isLayerMode(settings.mode) || (probeCosts && !taken)))
         ++leftovers;
     if (offset == 0) {
         if (moved) { // what the drag has written is taken back

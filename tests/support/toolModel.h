@@ -29,18 +29,14 @@ public:
     /// The deformer is looked up at once, except in the modes that find their data object by object.
     void setDeformer(const std::string& name);
 
-    struct Press {
-        bool sculpts = false;
-        /// Whether the clicked point's weight is nudged to see where it leads, and where it is.
-        bool probes = false;
-        int shape = -1, point = -1;
-    };
-    /// A press with the left button on what lies under it (at most one point).
-    Press press(const Selection& pick, bool shift, bool control);
-    /// What the last press found to edit.
+    /// What a press on a point and nothing else would edit.
+    EditModel editOf(const Spot& spot) const;
+    /// A press with the left button on what lies under it, at most one point; `highlighted`: as the highlight
+    /// tells it. Whether it sculpts.
+    bool press(const Selection& pick, bool shift, bool control, bool highlighted);
+    /// What that press found to edit, and whether it nudges the weight of the clicked point.
     const EditModel& pressedEdit() const { return command.edit; }
-    /// Whether a press on a point would edit that point.
-    bool edits(int shape, int point) const;
+    bool probes() const { return probing; }
     /// Ends a sculpting press at this offset; `moved`: some drag event before wrote weights.
     void releaseStroke(double offset, bool moved);
     /// Ends another press: a click, or a marquee around `inside`.
@@ -99,9 +95,9 @@ private:
     // The press under way.
     Selection picked;
     bool shiftHeld = false, controlHeld = false, selectionChanged = false;
-    Press pressed;
+    Spot pressed;
     Step command;
-    bool probeCosts = false;
+    bool probing = false, probeCosts = false;
 };
 
 } // namespace testing_support

@@ -285,22 +285,22 @@ bool WeightModel::read(EditModel& edit) const
     return true;
 }
 
-bool WeightModel::probe(const EditModel& edit, int shape, int point)
+bool WeightModel::probe(const EditModel& edit, const Spot& spot)
 {
     if (isLayerMode(edit.settings.mode)) {
-        const auto isOn = [&](const Piece& piece) { return piece.shape == shape; };
+        const auto isOn = [&](const Piece& piece) { return piece.shape == spot.shape; };
         if (std::any_of(edit.pieces.begin(), edit.pieces.end(), isOn))
-            compose(shape);
+            compose(spot.shape);
         return false;
     }
     const bool steps = edit.settings.mode == Mode::kDefault || edit.settings.mode == Mode::kBlend;
-    Values* const array = steps ? numbers(edit, shape) : nullptr;
+    Values* const array = steps ? numbers(edit, spot.shape) : nullptr;
     if (array == nullptr)
         return false;
     // Down, up and down again by steps of its own; every other mode writes back what it read.
     const bool single = edit.settings.mode == Mode::kDefault;
     const auto kept = [single](double weight) { return single ? narrowed(weight) : weight; };
-    double& weight = (*array)[at(point)];
+    double& weight = (*array)[at(spot.point)];
     const double before = weight;
     weight = kept(kept(kept(weight - kStep) + 2 * kStep) - kStep);
     return weight != before;

@@ -103,6 +103,11 @@ struct PastedWeights {
     std::map<std::string, Values> arrays;
 };
 
+/// One point of a shape.
+struct Spot {
+    int shape = -1, point = -1;
+};
+
 /// A stroke or paste with everything that its redo and undo need.
 struct EditModel {
     Settings settings;
@@ -142,7 +147,7 @@ public:
     /// False when the mode cannot read there; `edit.old` is filled otherwise.
     bool read(EditModel& edit) const;
     /// What nudging the weight of the clicked point leaves behind. Returns whether that differs from before.
-    bool probe(const EditModel& edit, int shape, int point);
+    bool probe(const EditModel& edit, const Spot& spot);
     void stroke(const EditModel& edit, bool live);
     void undoStroke(const EditModel& edit);
     /// Fills `edit.pasted`. False when the paste is stopped before anything is written or recorded.
