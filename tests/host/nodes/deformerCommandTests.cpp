@@ -78,8 +78,7 @@ TEST_F(DeformerCommands, SkinPercentSetsWithAndWithoutNormalizingAndUndoes)
     EXPECT_NEAR(sum(skin, "body.vtx[1]"), 1.0, 1e-12);
     mel("undo; undo; undo; undo");
     EXPECT_EQ(melFloats("skinPercent -q -value " + skin + " body.vtx[1]"), before);
-    EXPECT_NE(melError("skinPercent -zeroRemainingInfluences 1 " + skin).find("zeroRemainingInfluences"),
-              std::string::npos);
+    EXPECT_NE(melError("skinPercent -resetToDefault " + skin).find("resetToDefault"), std::string::npos);
 }
 
 TEST_F(DeformerCommands, RemovedInfluencesLeaveAGapThatUndoFills)

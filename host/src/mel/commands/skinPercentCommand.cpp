@@ -12,6 +12,8 @@
 #include <maya/MFnSkinCluster.h>
 #include <maya/MIntArray.h>
 
+#include <algorithm>
+
 namespace host {
 
 namespace {
@@ -35,6 +37,19 @@ public:
         throw Error("skinPercent: " + name + " is no influence.");
     }
     unsigned int count() const { return influences.length(); }
+    MIntArray allColumns() const
+    {
+        MIntArray columns;
+        for (unsigned int column = 0; column < count(); ++column)
+            columns.append(static_cast<int>(column));
+        return columns;
+    }
+    bool isLocked(unsigned int column) const
+    {
+        Node& joint = *Api::node(influences[column]);
+        return joint.findAttribute("lockInfluenceWeights") &&
+               joint.plug("lockInfluenceWeights").number() != 0.0;
+    }
 
     MDoubleArray weights(const ShapePoints& at) const
     {
@@ -68,12 +83,40 @@ Value query(Session& session, const Args& args, const Skin& skin, const std::vec
     for (const ShapePoints& each : points) {
         const MDoubleArray weights = skin.weights(each);
         for (unsigned int k = 0; k < weights.length(); ++k)
-            if (!one || k % skin.count() == asked)
+            if ((!one || k % skin.count() == asked) && !(weights[k] < args.numberOr("ignoreBelow", -1.0)))
                 all.push_back(weights[k]);
     }
     if (one && all.size() == 1)
         return all.front();
     return all;
+}
+
+/// Each point's weights scaled to the sum 1; those of locked influences stay and the others share the rest.
+MDoubleArray scaledToOne(MDoubleArray rows, const Skin& skin, bool wanted)
+{
+    for (unsigned int first = 0; wanted && first < rows.length(); first += skin.count()) {
+        double locked = 0.0, free = 0.0;
+        for (unsigned int k = 0; k < skin.count(); ++k)
+            (skin.isLocked(k) ? locked : free) += rows[first + k];
+        for (unsigned int k = 0; free > 0.0 && k < skin.count(); ++k)
+            if (!skin.isLocked(k))
+                rows[first + k] *= std::max(0.0, 1.0 - locked) / free;
+    }
+    return rows;
+}
+
+/// -transformValue pairs with -zeroRemainingInfluences: the rows hold nothing else, whatever is locked.
+void setValuesAlone(Session& session, const Args& args, Skin& skin, const ShapePoints& at)
+{
+    MDoubleArray rows(static_cast<unsigned int>(at.points.size()) * skin.count(), 0.0);
+    const MDoubleArray before = skin.weights(at);
+    for (int use = 0; use < args.uses("transformValue"); ++use) {
+        const unsigned int column = skin.physicalIndex(session, args.text("transformValue", 0, use));
+        for (unsigned int k = column; k < rows.length(); k += skin.count())
+            rows[k] =
+                (args.booleanOr("relative", false) ? before[k] : 0.0) + args.number("transformValue", 1, use);
+    }
+    skin.set(at, skin.allColumns(), scaledToOne(rows, skin, args.booleanOr("normalize", true)), false);
 }
 
 /// -transformValue pairs: the influences' new values for every point, or steps with -relative.
@@ -98,18 +141,23 @@ void setValues(Session& session, const Args& args, Skin& skin, const ShapePoints
 /// -normalize alone: each point's weights scaled to the sum 1.
 void normalize(Skin& skin, const ShapePoints& at)
 {
+    skin.set(at, skin.allColumns(), scaledToOne(skin.weights(at), skin, true), false);
+}
+
+/// -pruneWeights: smaller weights go, except those of locked influences and where nothing else would be left.
+void prune(const Args& args, Skin& skin, const ShapePoints& at)
+{
+    const double limit = args.number("pruneWeights");
     MDoubleArray values = skin.weights(at);
-    MIntArray columns;
-    for (unsigned int column = 0; column < skin.count(); ++column)
-        columns.append(static_cast<int>(column));
     for (unsigned int first = 0; first < values.length(); first += skin.count()) {
-        double sum = 0;
+        double rest = 0.0;
         for (unsigned int k = 0; k < skin.count(); ++k)
-            sum += values[first + k];
-        for (unsigned int k = 0; sum > 0 && k < skin.count(); ++k)
-            values[first + k] /= sum;
+            rest += skin.isLocked(k) || values[first + k] >= limit ? values[first + k] : 0.0;
+        for (unsigned int k = 0; rest > 0.0 && k < skin.count(); ++k)
+            if (!skin.isLocked(k) && values[first + k] < limit)
+                values[first + k] = 0.0;
     }
-    skin.set(at, columns, values, false);
+    skin.set(at, skin.allColumns(), scaledToOne(values, skin, args.booleanOr("normalize", true)), false);
 }
 
 Value skinPercentCommand(Session& session, const Args& args)
@@ -121,13 +169,19 @@ Value skinPercentCommand(Session& session, const Args& args)
     Skin skin(node);
     if (args.query())
         return query(session, args, skin, points);
-    if (!args.isSet("transformValue") && !args.booleanOr("normalize", false))
-        throw Error("skinPercent needs -transformValue or -normalize, or -query with -transform or -value.");
+    if (!args.isSet("transformValue") && !args.isSet("pruneWeights") && !args.booleanOr("normalize", false))
+        throw Error(
+            "skinPercent needs -transformValue, -pruneWeights or -normalize, or -query with -transform "
+            "or -value.");
     session.edits().replaceBelow(node.plug("weightList"), [&] {
         for (const ShapePoints& each : points) {
-            if (args.isSet("transformValue"))
+            if (args.isSet("transformValue") && args.booleanOr("zeroRemainingInfluences", false))
+                setValuesAlone(session, args, skin, each);
+            else if (args.isSet("transformValue"))
                 setValues(session, args, skin, each);
-            else
+            if (args.isSet("pruneWeights"))
+                prune(args, skin, each);
+            else if (!args.isSet("transformValue"))
                 normalize(skin, each);
         }
     });
@@ -144,6 +198,10 @@ void registerSkinPercentCommand(mel::CommandRegistry& registry)
                      .flag("t", "transform", {ArgType::kString})
                      .queryArgs()
                      .flag("v", "value")
+                     .flag("ib", "ignoreBelow", {ArgType::kFloat})
+                     .queryArgs()
+                     .flag("prw", "pruneWeights", {ArgType::kFloat})
+                     .flag("zri", "zeroRemainingInfluences", {ArgType::kBool})
                      .flag("nrm", "normalize", {ArgType::kBool})
                      .flag("r", "relative", {ArgType::kBool})
                      .objects(1)
