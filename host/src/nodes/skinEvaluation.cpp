@@ -4,6 +4,8 @@
 #include "graph/numericArray.h"
 #include "types/error.h"
 
+#include <cstring>
+
 namespace host {
 
 namespace {
@@ -47,29 +49,60 @@ const SkinInfluence* find(const SkinPose& pose, std::uint32_t column)
     return there ? &pose.influences[column] : nullptr;
 }
 
+/// Two numbers that are worked on at once.
+typedef double Pair __attribute__((vector_size(2 * sizeof(double))));
+
+Pair pairAt(const double* numbers)
+{
+    Pair pair;
+    std::memcpy(&pair, numbers, sizeof pair);
+    return pair;
+}
+
 /// What the weights that count sum up to, alone and with the point moved by each influence.
 struct LinearSum {
-    V3d point{0.0};
-    double weight = 0.0;
+    V3d point;
+    double weight;
 };
 
-LinearSum linearSum(const SkinPose& pose, WeightRows::Span row, const V3d& world)
-{
-    LinearSum sum;
-    for (const WeightRows::Entry* entry = row.begin; entry != row.end; ++entry)
-        if (const SkinInfluence* influence = find(pose, entry->column)) {
-            sum.point += entry->weight * transformed(world, influence->motion);
-            sum.weight += entry->weight;
+/// Linear skinning as far as it needs no look at the pose: the same sums as linearPoint gives, number by
+/// number, in registers.
+class LinearMotions {
+public:
+    explicit LinearMotions(const SkinPose& pose)
+    {
+        for (const SkinInfluence& influence : pose.influences)
+            motions.push_back(influence.present ? influence.motion.getValue() : nullptr);
+    }
+
+    LinearSum sum(WeightRows::Span row, const V3d& world) const
+    {
+        const double x = world.x, y = world.y, z = world.z;
+        Pair movedXY = {0.0, 0.0};
+        double movedZ = 0.0, weight = 0.0;
+        for (const WeightRows::Entry* entry = row.begin; entry != row.end; ++entry) {
+            const double* const m = entry->column < motions.size() ? motions[entry->column] : nullptr;
+            if (!m)
+                continue;
+            movedXY +=
+                entry->weight * (x * pairAt(m) + y * pairAt(m + 4) + z * pairAt(m + 8) + pairAt(m + 12));
+            movedZ += entry->weight * (x * m[2] + y * m[6] + z * m[10] + m[14]);
+            weight += entry->weight;
         }
-    return sum;
-}
+        return {V3d(movedXY[0], movedXY[1], movedZ), weight};
+    }
+
+private:
+    std::vector<const double*> motions; ///< of the pose's influences: matrices row by row; null = none
+};
 
 /// What the threads share; all of it is read only.
 struct SkinJob {
-    SkinPose pose;
+    const SkinPose& pose;
     const WeightRows* rows;
     const NumericArray* blend; ///< how far a point is dual quaternion, 0 to 1; null = nowhere
     GeometryFrame frame;
+    LinearMotions motions{pose};
     bool inWorld = frame.to == M44d(); ///< object space was the world's at binding, as it mostly is
 
     V3d toWorld(const V3d& point) const { return inWorld ? point : transformed(point, frame.to); }
@@ -79,7 +112,7 @@ struct SkinJob {
     {
         const WeightRows::Span row = rows->row(static_cast<std::uint32_t>(id));
         if (pose.method == SkinMethod::kLinear && !pose.normalizeRows) {
-            const LinearSum sum = linearSum(pose, row, toWorld(point));
+            const LinearSum sum = motions.sum(row, toWorld(point));
             return sum.weight == 0.0 ? point : fromWorld(sum.point);
         }
         const double sum = usedWeight(pose, row);
@@ -151,9 +184,8 @@ void deformBySkin(Node& node, FilterInput& input)
     const WeightRows* rows = weightList.rows();
     if (!rows)
         return;
-    SkinPose pose = gather(node);
-    const GeometryFrame frame(pose.geometry);
-    const SkinJob job{std::move(pose), rows, node.plug("blendWeights").numbers(), frame};
+    const SkinPose pose = gather(node);
+    const SkinJob job{pose, rows, node.plug("blendWeights").numbers(), GeometryFrame(pose.geometry)};
     forEachMember(input, [&](std::size_t first, std::size_t end) {
         for (std::size_t member = first; member < end; ++member) {
             const std::size_t id = input.point(member);
