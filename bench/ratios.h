@@ -86,6 +86,7 @@ private:
 
 // The groups of comparisons, each at one number of vertices. Bounds hold at 100,000.
 void addStrokes(Ratios& ratios, std::size_t columns, std::size_t lines);
+void addLayers(Ratios& ratios, std::size_t columns, std::size_t lines);
 void addSkinning(Ratios& ratios, std::size_t columns, std::size_t lines);
 void addLabels(Ratios& ratios, std::size_t count);
 void addPaste(Ratios& ratios, std::size_t columns, std::size_t lines);

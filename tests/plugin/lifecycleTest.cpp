@@ -1,5 +1,6 @@
 // Switching the tool on and off: preferences, the temporary hotkey set, the heads-up display and its label.
 #include "support/toolFixture.h"
+#include "undo/undoQueue.h"
 
 using namespace testing_support;
 
@@ -92,6 +93,20 @@ TEST_F(Lifecycle, UnloadingWithTheToolOnLeavesItFirst)
     mel("unloadPlugin morvane");
     EXPECT_EQ(melString("currentCtx"), "selectSuperContext");
     EXPECT_EQ(melString("hotkeySet -q -current"), "Maya_Default");
+}
+
+TEST_F(Lifecycle, UnloadingDuringAStrokeLeavesNothingOfItBehind)
+{
+    mel("polyPlane -n sheet; maskedOffset -n shift -o 0 3 0 sheet; viewFit sheet; select sheet.vtx[0:20]");
+    edit("-deformer shift");
+    toolOn();
+    const Pixel at = pixelOf("sheet.vtx[5]");
+    press(at);
+    drag({at.x, at.y - 40});
+    ASSERT_NE(mel("getAttr shift.weightList[0].weights[5]").toFloat(), 1.0) << "a stroke is under way";
+    mel("unloadPlugin morvane");
+    EXPECT_EQ(session.undo().undoCount(), 0u) << "a recorded stroke would be code that is gone";
+    release(at);
 }
 
 // The label of every mode; the ngSkinTools2 modes can be entered only where their command exists.

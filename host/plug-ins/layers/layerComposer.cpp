@@ -83,6 +83,13 @@ void lay(const Layer& layer, const LayerStack& stack, const std::vector<int>& lo
         below[vertex] += amount[vertex] * (layer.dualQuaternion[vertex] - below[vertex]);
 }
 
+bool hasDualQuaternion(const LayerStack& stack)
+{
+    const std::vector<Layer>& layers = stack.all();
+    return std::any_of(layers.begin(), layers.end(),
+                       [](const Layer& layer) { return !layer.dualQuaternion.empty(); });
+}
+
 /// An influence that left the skin takes its part of the base along: the rest is scaled up.
 Composed startingPoint(const SkinShape& shape, const BaseWeights& base)
 {
@@ -126,7 +133,7 @@ BaseWeights readBase(const SkinShape& shape)
     return base;
 }
 
-void compose(const SkinShape& shape, const BaseWeights& base, const LayerStack& stack)
+void compose(const SkinShape& shape, BaseWeights& base, const LayerStack& stack)
 {
     if (base.dualQuaternion.size() != shape.vertexCount)
         throw std::runtime_error("it has other vertices than when the layers were attached");
@@ -140,6 +147,10 @@ void compose(const SkinShape& shape, const BaseWeights& base, const LayerStack& 
         influences.append(static_cast<int>(influence));
     require(skin.setWeights(shape.path, shape.allVertices, influences, composed.weights, false),
             "its skin cannot be written");
+    const bool blends = hasDualQuaternion(stack);
+    if (!blends && !base.isBlended)
+        return;
+    base.isBlended = blends;
     require(skin.setBlendWeights(shape.path, shape.allVertices, composed.dualQuaternion),
             "its skin cannot be written");
 }

@@ -12,6 +12,7 @@ namespace layers {
 struct BaseWeights {
     std::map<int, std::vector<double>> influences; ///< by logical index
     std::vector<double> dualQuaternion;
+    bool isBlended = false; ///< layers have been written over the dual-quaternion weights
 };
 
 /// Throws std::runtime_error when the skin cannot be read.
@@ -21,8 +22,9 @@ BaseWeights readBase(const SkinShape& shape);
 /// through their amounts. Each other layer lies over what is below it: with an amount of a (its opacity and
 /// mask, times those of the groups around it) and influence weights that sum to s, what is below counts
 /// 1 - a * min(s, 1) and the layer's weights a / max(s, 1). Dual-quaternion weights are mixed by the amount
-/// alone. Nothing is clamped: a weight nudged beyond its range still moves the shape. Throws
-/// std::runtime_error when the skin cannot be written.
-void compose(const SkinShape& shape, const BaseWeights& base, const LayerStack& stack);
+/// alone; where no layer has any, and none had before, those of the skin are left alone. Nothing is clamped:
+/// a weight nudged beyond its range still moves the shape. Throws std::runtime_error when the skin cannot be
+/// written.
+void compose(const SkinShape& shape, BaseWeights& base, const LayerStack& stack);
 
 } // namespace layers

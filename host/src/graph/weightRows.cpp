@@ -84,17 +84,23 @@ void WeightRows::erase(std::uint32_t row, std::uint32_t column)
     --target.count;
 }
 
-void WeightRows::store(std::uint32_t row, std::uint32_t column, double value)
+void WeightRows::store(std::uint32_t row, const std::vector<std::uint32_t>& columns, const double* values)
 {
+    // Rows are mostly written whole, in the order in which they are kept.
+    std::size_t next = 0;
     if (row < rows.size()) {
         Row& target = rows[row];
-        Entry* end = target.entries() + target.count;
-        Entry* at = lowerBound(target.entries(), end, column);
-        if (at != end && at->column == column && value != 0.0) {
-            at->weight = value;
-            return;
-        }
+        const std::size_t both = std::min<std::size_t>(target.count, columns.size());
+        Entry* const entries = target.entries();
+        for (; next < both && entries[next].column == columns[next] && values[next] != 0.0; ++next)
+            entries[next].weight = values[next];
     }
+    for (; next < columns.size(); ++next)
+        store(row, columns[next], values[next]);
+}
+
+void WeightRows::store(std::uint32_t row, std::uint32_t column, double value)
+{
     if (value != 0.0)
         set(row, column, value);
     else if (get(row, column) != 0.0)

@@ -34,6 +34,8 @@ public:
     /// Makes an element read `value`, which exists afterwards only if that is not 0 (one that existed and was
     /// 0 stays).
     void store(std::uint32_t row, std::uint32_t column, double value);
+    /// The same for several elements of a row, of which a later one of the same column counts.
+    void store(std::uint32_t row, const std::vector<std::uint32_t>& columns, const double* values);
     void eraseRow(std::uint32_t row);
     void touchRow(std::uint32_t row); ///< makes an empty row exist
     void clear();

@@ -65,12 +65,8 @@ void writeListed(WeightRows& rows, const SkinInfluences& influences, const SkinW
     std::vector<std::uint32_t> columns;
     for (const std::uint32_t influence : change.influences)
         columns.push_back(influences.logical[influence]);
-    for (std::size_t point = 0; point < change.points.size(); ++point) {
-        const auto vertex = static_cast<std::uint32_t>(change.points[point]);
-        const double* values = valuesOf(change, point);
-        for (std::size_t i = 0; i < columns.size(); ++i)
-            rows.store(vertex, columns[i], values[i]);
-    }
+    for (std::size_t point = 0; point < change.points.size(); ++point)
+        rows.store(static_cast<std::uint32_t>(change.points[point]), columns, valuesOf(change, point));
 }
 
 void writeNormalized(WeightRows& rows, const SkinInfluences& influences, const SkinWeightChange& change)

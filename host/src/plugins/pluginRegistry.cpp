@@ -272,6 +272,9 @@ void PluginRegistry::removeCallbacks(const Plugin& plugin)
 void PluginRegistry::close(Plugin& plugin)
 {
     removeCallbacks(plugin);
+    // Leaving, its tool may have recorded what it was about: such a command is code of the plug-in too.
+    owner.undo().flush();
+    finished.clear();
     const Ref<Plugin> held(&plugin);
     plugins.erase(std::find(plugins.begin(), plugins.end(), held));
     const std::string file = plugin.library->path();

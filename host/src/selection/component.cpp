@@ -205,6 +205,9 @@ std::vector<int> pointIndices(const Geometry& geometry, const Component* compone
     const Ref<Component> all(component ? nullptr : filled(pointType(geometry), size));
     const Component& asked = component ? *component : *all;
     const unsigned dimension = asked.dimension();
+    const auto isInside = [&size](int index) { return index >= 0 && index < size[0]; };
+    if (dimension == 1 && std::all_of(asked.elements.begin(), asked.elements.end(), isInside))
+        return asked.elements;
     std::vector<int> points;
     points.reserve(asked.count());
     for (std::size_t at = 0; at < asked.elements.size(); at += dimension) {

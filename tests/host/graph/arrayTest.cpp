@@ -69,6 +69,19 @@ TEST(SkinWeightRows, BehaveAsAMapOfMaps)
                 model.erase(row);
             }
             break;
+        case 2: {
+            // Three elements at once; a zero takes away what is not zero, and leaves zeros that exist.
+            const double values[] = {value, random() % 3 / 2.0, random() % 3 / 2.0};
+            const std::vector<std::uint32_t> columns = {column, column + row % 2, column + 2};
+            rows.store(row, columns, values);
+            for (std::size_t k = 0; k < 3; ++k) {
+                if (values[k] != 0.0)
+                    model[row][columns[k]] = values[k];
+                else if (model.count(row) && model[row].count(columns[k]) && model[row][columns[k]] != 0.0)
+                    model[row].erase(columns[k]);
+            }
+            break;
+        }
         default:
             rows.set(row, column, value);
             model[row][column] = value;

@@ -55,6 +55,20 @@ TEST_F(Interpreter, namesTheLineOfTextThatDoesNotParseAndRunsNothingOfIt)
     }
 }
 
+TEST_F(Interpreter, readsTextsByTheirEscapesHoweverLongTheyAre)
+{
+    EXPECT_EQ(melString(R"($t = "a\"b\\";)"), R"(a"b\)");
+    EXPECT_EQ(melString("$t = \"a\\\nb\\\r\nc\\\\\";"), "abc\\") << "a backslash joins lines";
+    EXPECT_EQ(melError("$t = \"a\\\\\nb\";"), "line 1: Unterminated string.");
+    EXPECT_EQ(melError("$t = \"a\\\""), "line 1: Unterminated string.");
+    std::string written, meant;
+    for (int k = 0; k < 200000; ++k) {
+        written += k % 3 == 0 ? R"(\")" : k % 3 == 1 ? R"(\\)" : ",0.5";
+        meant += k % 3 == 0 ? "\"" : k % 3 == 1 ? "\\" : ",0.5";
+    }
+    EXPECT_EQ(melString("$t = \"" + written + "\";"), meant);
+}
+
 TEST_F(Interpreter, refusesConversionsThatTheLanguageDoesNotHave)
 {
     const std::pair<const char*, const char*> cases[] = {

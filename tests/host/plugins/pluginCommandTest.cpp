@@ -32,6 +32,12 @@ TEST_F(PluginCommandTest, anUndoableCallIsOneEntryOfTheUndoQueue)
     EXPECT_EQ(3, melInt("counter -q -step"));
 }
 
+TEST_F(PluginCommandTest, theEntryOfACallWithLongArgumentsHasAShortName)
+{
+    mel("counter -step \"3" + std::string(100000, ' ') + "\"");
+    EXPECT_EQ("counter -step \"3" + std::string(200 - 16, ' ') + "...", session.undo().undoName());
+}
+
 TEST_F(PluginCommandTest, badCallsAreErrorsAndLeaveNoEntry)
 {
     const struct {

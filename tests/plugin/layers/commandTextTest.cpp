@@ -1,6 +1,8 @@
 // What the tool asks of ngst2Layers, character for character: texts, their order and their number.
 #include "plugin/layers/layerFixture.h"
 
+#include <algorithm>
+
 using namespace testing_support;
 
 namespace {
@@ -196,6 +198,75 @@ TEST_F(InfluenceTexts, CopyAndPasteAndTheirUndo)
     trace.clear();
     mel("redo");
     EXPECT_EQ(layerCommands(), pasted);
+}
+
+/// Two sheets with a layer each, the second one's vertices all selected beside one of the first.
+class TwoObjects : public LayerTest, public ::testing::WithParamInterface<LayerMode> {
+public:
+    void SetUp() override
+    {
+        LayerTest::SetUp();
+        mel("polyPlane -n other -w 10 -h 5 -sx 2 -sy 1; move 0 -30 -40 other; select -cl; joint -n left; "
+            "joint -n right -p 4 0 0;"
+            "skinCluster -tsb -mi 2 -dr 4 -n otherSkin left right other; skinCluster -e -ai knee -wt 0 "
+            "otherSkin;"
+            "ngst2Layers -e -attach |other|otherShape; ngst2Layers -e -addLayer skinLayer |other|otherShape;"
+            "select sheet.vtx[1] other.vtx[*]");
+        for (const char* target : {"0", "1", "2", "mask", "dq"}) {
+            paint(1, target, {0.25, 0.25, 0.25, 0.25, 0.25, 0.25});
+            mel(std::string("ngst2Layers -e -id 1 -paintTarget ") + target +
+                " -vertexWeights \"0.125,0.125,0.125,0.125,0.125,0.125\" |other|otherShape");
+        }
+        edit(std::string("-weightMode ") + GetParam().mode);
+    }
+    /// How many of the commands that were asked begin and end with these texts.
+    int asked(const std::string& beginning, const std::string& path) const
+    {
+        const Texts commands = layerCommands();
+        return static_cast<int>(
+            std::count_if(commands.begin(), commands.end(), [&](const std::string& command) {
+                return command.compare(0, beginning.size(), beginning) == 0 &&
+                       command.compare(command.size() - path.size(), path.size(), path) == 0;
+            }));
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Modes, TwoObjects,
+                         ::testing::Values(LayerMode{"ngSkinToolsMask", "mask", false},
+                                           LayerMode{"ngSkinToolsDualQuaternion", "dq", true},
+                                           LayerMode{"ngSkinToolsInfluence", "1", true}));
+
+TEST_P(TwoObjects, AreReadOnceAndWrittenOncePerEvent)
+{
+    const bool hasInfluences = std::string(GetParam().target) == "1";
+    const int arrays = hasInfluences ? 3 : 1;
+    const Pixel from = at(1);
+    trace.clear();
+    press(from);
+    for (const char* path : {" |sheet|sheetShape", " |other|otherShape"}) {
+        EXPECT_EQ(asked("ngst2Layers -q -ll", path), GetParam().asksForChildren ? 2 : 1) << path;
+        EXPECT_EQ(asked("ngst2Layers -q -vertexCount", path), 0) << path;
+        int reads = 0;
+        for (const char* target : {"mask", "dq", "0", "1", "2"})
+            reads +=
+                asked(std::string("ngst2Layers -id 1 -paintTarget ") + target + " -q -vertexWeights", path);
+        EXPECT_EQ(reads, arrays) << path;
+    }
+    for (const Pixel to :
+         {Pixel{from.x, from.y + 9}, Pixel{from.x + 4, from.y - 20}, Pixel{from.x, from.y + 2}}) {
+        trace.clear();
+        drag(to);
+        EXPECT_EQ(layerCommands().size(), static_cast<std::size_t>(2 * arrays));
+        for (const char* target : {"mask", "dq", "0", "1", "2"}) {
+            const bool isWritten =
+                hasInfluences ? target[1] == '\0' : target == std::string(GetParam().target);
+            for (const char* path : {" |sheet|sheetShape", " |other|otherShape"})
+                EXPECT_EQ(asked(std::string("ngst2Layers -id 1 -paintTarget ") + target + " -e", path),
+                          isWritten ? 1 : 0)
+                    << target << path;
+        }
+    }
+    release(from);
 }
 
 } // namespace
