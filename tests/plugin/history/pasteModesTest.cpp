@@ -208,6 +208,19 @@ TEST_P(PasteAcross, TopologiesAndObjectsFindTheNumbersOfTheirNearestCopiedPoints
     }
 }
 
+TEST_P(PasteAcross, SoftSelectedPointsAreCopiedAndPastedWhole)
+{
+    build(GetParam());
+    startTool();
+    mel("softSelect -sse 1 -ssd 3 -ssf 0");
+    setState(randomState(11));
+    const ModeRow& row = rowOf(GetParam().mode);
+    const Copied copied = copy(row, "sheet.vtx[7]");
+    ASSERT_GT(copied.pieces[0].vertices.size(), 1u);
+    ASSERT_LT(copied.pieces[0].falloff[0], 1.0);
+    pasteUndoRedo(row, copied, "twin.vtx[11]");
+}
+
 // Points beyond the reach of a match, after one that matched the first copied object, after one that matched
 // the second, and before any.
 TEST_P(PasteAcross, PointsOutOfReachTakeTheFirstNumberOfTheObjectThatTheOneBeforeMatched)
