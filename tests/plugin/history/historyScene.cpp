@@ -20,7 +20,7 @@ std::string exact(double number)
 
 std::string filledIn(std::string text, int mesh)
 {
-    const std::pair<std::string, std::string> parts[] = {{"MESH", HistoryScene::mesh_(mesh)},
+    const std::pair<std::string, std::string> parts[] = {{"MESH", HistoryScene::meshName(mesh)},
                                                          {"PLACE", std::to_string(mesh)}};
     for (const auto& [name, value] : parts)
         for (std::size_t at; (at = text.find(name)) != std::string::npos;)
@@ -153,7 +153,7 @@ std::string ModeRow::plugOf(int mesh) const
     return filledIn(plug, firstGeometryOnly ? 0 : mesh);
 }
 
-const std::string& HistoryScene::mesh_(int mesh)
+const std::string& HistoryScene::meshName(int mesh)
 {
     static const std::string names[kMeshes] = {"sheet", "twin", "coarse"};
     return names[mesh];
@@ -187,7 +187,7 @@ void HistoryScene::buildMeshes()
                                         "-w 9 -h 5 -sx 2 -sy 2"};
     const int away[kMeshes] = {0, -9, 8};
     for (int mesh = 0; mesh < kMeshes; ++mesh) {
-        const std::string name = mesh_(mesh);
+        const std::string name = meshName(mesh);
         mel("polyPlane -ch 0 -n " + name + " " + sizes[mesh] + "; parent " + name + " all; setAttr " + name +
             ".translateZ " + std::to_string(away[mesh]));
     }
@@ -207,8 +207,8 @@ void HistoryScene::buildBlendShape()
     for (const auto& [target, delta] : targets) {
         mel("createNode transform -n " + target);
         for (int mesh = 0; mesh < kMeshes; ++mesh) {
-            const std::string copy = target + mesh_(mesh);
-            mel("duplicate -n " + copy + " " + mesh_(mesh) + "; parent " + copy + " " + target +
+            const std::string copy = target + meshName(mesh);
+            mel("duplicate -n " + copy + " " + meshName(mesh) + "; parent " + copy + " " + target +
                 "; xform -r -os -t " + delta + " " + copy + ".vtx[*]");
         }
     }
@@ -224,9 +224,9 @@ void HistoryScene::bind(bool withGap)
         {"hip", "knee", "toe"}, {"knee", "toe", "hip"}, {"toe", "hip", "knee"}};
     for (int mesh = 0; mesh < kMeshes; ++mesh) {
         const std::vector<std::string>& order = orders[mesh];
-        const std::string skin = mesh_(mesh) + "Skin";
+        const std::string skin = meshName(mesh) + "Skin";
         mel("skinCluster -tsb -mi 3 -dr 2 -n " + skin + " " + order[0] + (withGap ? " gone " : " ") +
-            order[1] + " " + order[2] + " " + mesh_(mesh) + "; setAttr " + skin + ".skinningMethod 2");
+            order[1] + " " + order[2] + " " + meshName(mesh) + "; setAttr " + skin + ".skinningMethod 2");
         if (withGap)
             mel("skinCluster -e -ri gone " + skin);
         logical[mesh] = withGap ? std::vector<unsigned>{0, 2, 3} : std::vector<unsigned>{0, 1, 2};
@@ -308,7 +308,7 @@ void HistoryScene::writeArray(const std::string& plug, const Numbers& numbers)
 
 Numbers HistoryScene::readSkin(int mesh)
 {
-    const host::Plug rows = session.graph().plug(mesh_(mesh) + "Skin.weightList");
+    const host::Plug rows = session.graph().plug(meshName(mesh) + "Skin.weightList");
     Numbers numbers;
     for (int vertex = 0; vertex < size(mesh); ++vertex)
         for (const unsigned column : logical[mesh])
@@ -363,7 +363,7 @@ void HistoryScene::setState(const State& wanted)
                 paint(mesh, target, wanted.at("layer " + std::string(target) + place));
             continue;
         }
-        const host::Plug rows = session.graph().plug(mesh_(mesh) + "Skin.weightList");
+        const host::Plug rows = session.graph().plug(meshName(mesh) + "Skin.weightList");
         const Numbers& skin = wanted.at("skin" + place);
         for (std::size_t index = 0; index < skin.size(); ++index)
             rows.element(static_cast<unsigned>(index / kInfluences))

@@ -101,12 +101,12 @@ public:
     void strokeBy(Pixel motion);
     void setClamps(const Clamps& clamps);
 
-    std::string shape(int mesh) const { return "|all|" + mesh_(mesh) + "|" + mesh_(mesh) + "Shape"; }
+    std::string shape(int mesh) const { return "|all|" + meshName(mesh) + "|" + meshName(mesh) + "Shape"; }
     std::string vertexName(int mesh, int vertex) const
     {
-        return mesh_(mesh) + ".vtx[" + std::to_string(vertex) + "]";
+        return meshName(mesh) + ".vtx[" + std::to_string(vertex) + "]";
     }
-    static const std::string& mesh_(int mesh);
+    static const std::string& meshName(int mesh);
     static int size(int mesh) { return mesh == 2 ? 9 : 20; }
     /// Physical index of the edited influence.
     static std::size_t knee(int mesh);

@@ -29,6 +29,13 @@ public:
         State state;
     };
 
+    /// What deforms the meshes must not disturb a match: everything but what goes into the deformers is bent.
+    void buildBent(const ModeRow& row)
+    {
+        build(row);
+        mel("setAttr lift.offsetY 5; setAttr knee.rotateX 60; setAttr knee.translateY 3");
+        startTool();
+    }
     Copied copy(const ModeRow& row, const std::string& names)
     {
         choose(row);
@@ -151,8 +158,7 @@ INSTANTIATE_TEST_SUITE_P(Pairs, PasteModes,
 TEST_P(PasteModes, OneMeshsWeightsReachItsDuplicateOrTheCopyIsRefused)
 {
     const auto& [row, source] = GetParam();
-    build(row.isLayer() ? row : source);
-    startTool();
+    buildBent(row.isLayer() ? row : source);
     setState(randomState(4));
     const Copied copied = copy(rowOf(source.mode), "sheet.vtx[*]");
     ASSERT_EQ(copied.pieces.size(), 1u);
@@ -179,6 +185,8 @@ TEST_P(PasteModes, OneMeshsWeightsReachItsDuplicateOrTheCopyIsRefused)
         mel("undo; redo; undo");
     const std::string report = testing::internal::GetCapturedStderr();
     EXPECT_EQ(report.empty(), row.kind != ModeRow::kSkin) << report;
+    EXPECT_EQ(report.find("\nAPI error detected in src/morvaneToolCommand at line ") == 0,
+              row.kind == ModeRow::kSkin);
     expectState(state(), old, "refused");
     EXPECT_EQ(sceneText(session), scene);
 }
@@ -199,8 +207,7 @@ const std::pair<const char*, const char*> kAcross[] = {
 
 TEST_P(PasteAcross, TopologiesAndObjectsFindTheNumbersOfTheirNearestCopiedPoints)
 {
-    build(GetParam());
-    startTool();
+    buildBent(GetParam());
     for (const auto& [from, onto] : kAcross) {
         SCOPED_TRACE(std::string(from) + " onto " + onto);
         setState(randomState(6));
@@ -210,8 +217,7 @@ TEST_P(PasteAcross, TopologiesAndObjectsFindTheNumbersOfTheirNearestCopiedPoints
 
 TEST_P(PasteAcross, SoftSelectedPointsAreCopiedAndPastedWhole)
 {
-    build(GetParam());
-    startTool();
+    buildBent(GetParam());
     mel("softSelect -sse 1 -ssd 3 -ssf 0");
     setState(randomState(11));
     const ModeRow& row = rowOf(GetParam().mode);
@@ -227,12 +233,40 @@ TEST_P(PasteAcross, PointsOutOfReachTakeTheFirstNumberOfTheObjectThatTheOneBefor
 {
     beforeDeformers = "xform -os -t 5000 0 0 coarse.vtx[0] coarse.vtx[2] coarse.vtx[8];"
                       "xform -os -t 1003 0 -3 coarse.vtx[7]"; // 999 from the twin
-    build(GetParam());
-    startTool();
+    buildBent(GetParam());
     setState(randomState(10));
     const ModeRow& row = rowOf(GetParam().mode);
     pasteUndoRedo(row, copy(row, "sheet.vtx[2:9] twin.vtx[10:19]"), "coarse.vtx[*]");
     pasteUndoRedo(row, copy(row, "coarse.vtx[0:1]"), "twin.vtx[0:5]");
+}
+
+// Skins tell themselves where their points are before they are deformed, when no deformer is named or one
+// that has nothing to do with them.
+class SkinPaste : public PasteScene,
+                  public ::testing::WithParamInterface<std::tuple<const char*, const char*>> {};
+
+const char kStranger[] = "polyPlane -n stranger; cluster -n elsewhere stranger;"
+                         "morvaneContext -e -weightMode default morvaneContext1;"
+                         "morvaneContext -e -deformer elsewhere morvaneContext1";
+
+INSTANTIATE_TEST_SUITE_P(Modes, SkinPaste,
+                         ::testing::Combine(::testing::Values("skinCluster", "dualQuaternion"),
+                                            ::testing::Values("delete lift", kStranger)));
+
+TEST_P(SkinPaste, NeedsNoDeformerToBeNamed)
+{
+    const ModeRow& row = rowOf(std::get<0>(GetParam()));
+    buildBent(row);
+    mel(std::get<1>(GetParam()));
+    edit(std::string("-weightMode ") + row.mode);
+    select("sheet.vtx[*]");
+    const Copied copied{&row, pieces(), {{row.arrayOf(0), edited(0)}}};
+    edit("-copy true");
+    select("twin.vtx[3:17]");
+    const State old = {{row.arrayOf(1), edited(1)}};
+    const Change change = pasted(row, copied, pieces(), old);
+    edit("-paste true");
+    expectState({{row.arrayOf(1), edited(1)}}, changed(old, change), "paste");
 }
 
 } // namespace

@@ -11,6 +11,11 @@ namespace {
 const char kTooShort[] = "the copied weights do not reach it; nothing was written for it.";
 const char kOtherCount[] = "its skin has another number of influences than was copied; nothing was written "
                            "for it.";
+const char kNotDeformedAtAll[] =
+    "weights were copied from it, but the deformer does not deform it; nothing was pasted.";
+const char kMoreObjects[] = "more objects are selected than were copied; nothing was written for it.";
+const char kFewerPoints[] =
+    "it has fewer selected points than influences were copied; nothing was written for it.";
 const char kNotDeformed[] = "the deformer does not deform it; nothing was written for it.";
 
 struct RefusalRow {
@@ -55,6 +60,14 @@ const RefusalRow kRows[] = {
      "|all|twin|twinShape", kTooShort, -1},
     {"RowsOfAnotherSkin", "skinCluster", kSmall, "small.vtx[*] sheet.vtx[*]", "", "twin.vtx[*] coarse.vtx[*]",
      "|all|twin|twinShape", kOtherCount, 2},
+    {"MoreObjectsThanWereCopied", "skinCluster", "", "sheet.vtx[*]", "", "twin.vtx[*] coarse.vtx[*]",
+     "|all|coarse|coarseShape", kMoreObjects, 1},
+    {"FewerPointsThanInfluences", "skinCluster", "", "sheet.vtx[*] coarse.vtx[*]", "",
+     "twin.vtx[1:2] coarse.vtx[*]", "|all|twin|twinShape", kFewerPoints, 2},
+    {"CopiedFromWhatTheDeformerDoesNotReach", "default", "", "twin.vtx[*]", kCutOff,
+     "sheet.vtx[*] coarse.vtx[*]", "|all|twin|twinShape", kNotDeformedAtAll, -1},
+    {"CopiedFromWhatTheDeformerDoesNotReachToo", "plug", "", "sheet.vtx[*] twin.vtx[*]", kCutOff,
+     "sheet.vtx[*] coarse.vtx[*]", "|all|twin|twinShape", kNotDeformedAtAll, -1},
     {"CopiedWhereTheDeformerDidNotReach", "default", kCutOff, "sheet.vtx[15:19] twin.vtx[*]", kBackOn,
      "coarse.vtx[*] sheet.vtx[15:19]", "|all|coarse|coarseShape", kTooShort, 0},
     {"CopiedWhereTheDeformerDidNotReachToo", "plug", kCutOff, "sheet.vtx[15:19] twin.vtx[*]", kBackOn,
@@ -126,6 +139,50 @@ TEST_P(PasteRefusal, IsSaidAndNothingIsWrittenForTheObject)
             EXPECT_EQ(after.at(array) != other.at(array), mesh == row.written) << step << ": " << array;
         }
     }
+}
+
+class EmptyPaste : public HistoryScene, public ::testing::WithParamInterface<ModeRow> {};
+
+INSTANTIATE_TEST_SUITE_P(Modes, EmptyPaste, ::testing::ValuesIn(modeRows()),
+                         [](const auto& row) { return std::string(row.param.mode); });
+
+TEST_P(EmptyPaste, SaysNothingAndDoesNothing)
+{
+    build(GetParam());
+    startTool();
+    const State start = state();
+    const std::string scene = sceneText(session);
+    const auto expectNothing = [&](const std::string& what, const std::string& target) {
+        SCOPED_TRACE(what);
+        select(target);
+        session.undo().flush();
+        testing::internal::CaptureStderr();
+        edit("-paste true");
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+        EXPECT_EQ(state(), start);
+        EXPECT_EQ(sceneText(session), scene);
+        EXPECT_EQ(session.undo().undoCount(), 0u);
+    };
+    const auto copy = [&](const std::string& names) {
+        select(names);
+        testing::internal::CaptureStderr();
+        edit("-copy true");
+        return testing::internal::GetCapturedStderr();
+    };
+    expectNothing("nothing was ever copied", "twin.vtx[*]");
+    EXPECT_EQ(copy("sheet.vtx[*]"), "");
+    expectNothing("nothing is selected", "-cl");
+    expectNothing("what is selected has no weights", "hip");
+    EXPECT_EQ(copy("-cl"), "");
+    expectNothing("a copy of nothing leaves nothing", "twin.vtx[*]");
+
+    choose(rowOf("default"));
+    EXPECT_EQ(copy("sheet.vtx[*]"), "");
+    edit("-weightMode blendShapeBase");
+    expectWarning("The current deformer is not a blendShape");
+    EXPECT_EQ(copy("sheet.vtx[*]"), "\n");
+    choose(rowOf(GetParam().mode));
+    expectNothing("a copy that fails leaves nothing", "twin.vtx[*]");
 }
 
 } // namespace
