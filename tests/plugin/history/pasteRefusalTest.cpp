@@ -13,6 +13,7 @@ const char kOtherCount[] = "its skin has another number of influences than was c
                            "for it.";
 const char kNotDeformedAtAll[] =
     "weights were copied from it, but the deformer does not deform it; nothing was pasted.";
+const char kGone[] = "weights were copied from it, but it is no longer there; nothing was pasted.";
 const char kMoreObjects[] = "more objects are selected than were copied; nothing was written for it.";
 const char kFewerPoints[] =
     "it has fewer selected points than influences were copied; nothing was written for it.";
@@ -45,6 +46,8 @@ const char kSmallWithLayer[] =
 // The twin stays a member of the deformer's set, but the deformer does not reach it any more.
 const char kCutOff[] = "string $to[] = `listConnections -p true -s false \"lift.outputGeometry[1]\"`;"
                        "disconnectAttr \"lift.outputGeometry[1]\" $to[0]";
+const char kStranger[] = "polyPlane -ch 0 -n stranger; cluster -n elsewhere stranger;"
+                         "morvaneContext -e -deformer elsewhere morvaneContext1";
 const char kBackOn[] = "undo";
 
 const RefusalRow kRows[] = {
@@ -68,6 +71,8 @@ const RefusalRow kRows[] = {
      "sheet.vtx[*] coarse.vtx[*]", "|all|twin|twinShape", kNotDeformedAtAll, -1},
     {"CopiedFromWhatTheDeformerDoesNotReachToo", "plug", "", "sheet.vtx[*] twin.vtx[*]", kCutOff,
      "sheet.vtx[*] coarse.vtx[*]", "|all|twin|twinShape", kNotDeformedAtAll, -1},
+    {"CopiedFromWhatIsGone", "default", kStranger, "stranger.vtx[*]", "delete stranger",
+     "sheet.vtx[*] coarse.vtx[*]", "An edited object", kGone, -1},
     {"CopiedWhereTheDeformerDidNotReach", "default", kCutOff, "sheet.vtx[15:19] twin.vtx[*]", kBackOn,
      "coarse.vtx[*] sheet.vtx[15:19]", "|all|coarse|coarseShape", kTooShort, 0},
     {"CopiedWhereTheDeformerDidNotReachToo", "plug", kCutOff, "sheet.vtx[15:19] twin.vtx[*]", kBackOn,
