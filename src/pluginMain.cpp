@@ -71,7 +71,9 @@ MStatus load(MObject& plugin)
 MStatus unload(MObject& plugin)
 {
     MFnPlugin registry(plugin, "Unknown", "Unknown", "Any");
+    morvaneContext::setUnloading(true);
     const MStatus status = registry.deregisterContextCommand(kContextCommand, kToolCommand);
+    morvaneContext::setUnloading(false);
     if (!status)
         return apiError(status, kPluginSource, 46);
     // A callback into an unloaded library would bring the platform down.

@@ -33,6 +33,7 @@ MString escaped(const MString& text)
 } // namespace
 
 MCallbackId morvaneContext::mayaClosedCallback = 0;
+bool morvaneContext::pluginUnloading = false;
 
 morvaneContext::morvaneContext() : tempHotkeySet(morvaneTemp)
 {
@@ -70,7 +71,8 @@ void morvaneContext::toolOnSetup(MEvent&)
 void morvaneContext::toolOffCleanup()
 {
     guarded([this] {
-        endStroke();
+        if (!pluginUnloading)
+            endStroke();
         runMelOnIdle(clickDragPref != 0 ? "selectPref -clickDrag true" : "selectPref -clickDrag false");
         cleanupCustomHotkeys();
         cleanupHUD();

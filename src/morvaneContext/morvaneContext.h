@@ -40,6 +40,9 @@ public:
     void setHudDisplayString();
     /// Removes the callback that cleans up when the platform exits; called when the plug-in is unloaded.
     static void removeMayaClosedCallback();
+    /// While the plug-in is being unloaded a stroke under way is not recorded: the code behind its undo step
+    /// would be gone.
+    static void setUnloading(bool unloading) { pluginUnloading = unloading; }
 
     // Mouse events (events.cpp, selecting.cpp).
     using MPxSelectionContext::doDrag;
@@ -203,6 +206,7 @@ private:
     bool fillPasteArrays(PasteRecord& pasted);
 
     static MCallbackId mayaClosedCallback;
+    static bool pluginUnloading;
 
     // Settings, beside those in the record; defaults are in the constructor's table of settings.cpp.
     int displayPrecision = 2; ///< decimals of the labels

@@ -91,6 +91,15 @@ TEST_F(Interruption, ALostReleaseLosesNoStroke)
     EXPECT_EQ(sceneText(session), start);
 }
 
+TEST_F(Interruption, UnloadingLeavesNothingToUndo)
+{
+    press(at);
+    drag({at.x, at.y - 20});
+    mel("unloadPlugin morvane");
+    EXPECT_EQ(session.undo().undoCount(), 0u);
+    release(at);
+}
+
 TEST_F(Interruption, ClampsMayChangeWhileTheMouseIsDown)
 {
     edit("-clampMin true -clampMax false");

@@ -2,6 +2,7 @@
 
 #include <ImathVec.h>
 
+#include <array>
 #include <vector>
 
 namespace host {
@@ -25,6 +26,7 @@ struct Placement {
     Imath::V3d value;
     bool relative = false;
     bool world = false;
+    std::array<bool, 3> axes = {true, true, true}; ///< which of x, y and z count
 };
 void moveItem(Session& session, const SelectionItem& item, const Placement& to);
 

@@ -9,6 +9,8 @@
 #include "types/error.h"
 #include "undo/edits.h"
 
+#include <algorithm>
+
 namespace host {
 
 namespace {
@@ -49,14 +51,44 @@ void placePoint(Session& session, DagNode& shape, int point, const V3d& target, 
     setTriple(session, offset, tripleValue(offset) + target - now);
 }
 
-Value moveCommand(Session& session, const Args& args)
+/// Where a point goes: `now` and the result are in a space, the placement is given beyond its matrix.
+V3d placed(const V3d& now, const Imath::M44d& space, const Placement& to)
+{
+    V3d there = now * space;
+    for (int axis = 0; axis < 3; ++axis)
+        if (to.axes[static_cast<std::size_t>(axis)])
+            there[axis] = to.relative ? there[axis] + to.value[axis] : to.value[axis];
+    return there * space.inverse();
+}
+
+/// The numbers in front of the names: one for each of the flags -x, -y and -z, or three without them.
+Placement leadingPlacement(const Args& args)
 {
     Placement to;
     to.relative = args.isSet("relative");
+    to.axes = {args.isSet("x"), args.isSet("y"), args.isSet("z")};
+    if (to.axes == std::array<bool, 3>{false, false, false})
+        to.axes = {true, true, true};
+    const auto wanted = static_cast<std::size_t>(std::count(to.axes.begin(), to.axes.end(), true));
+    const std::vector<double> numbers = leadingNumbers(args, wanted);
+    std::size_t next = 0;
+    for (std::size_t axis = 0; axis < 3; ++axis)
+        if (to.axes[axis])
+            to.value[static_cast<int>(axis)] = numbers[next++];
+    return to;
+}
+
+SelectionList placedTargets(Session& session, const Args& args, const Placement& to)
+{
+    const auto numbers = static_cast<std::size_t>(std::count(to.axes.begin(), to.axes.end(), true));
+    return commandTargets(session, namesAfter(args, numbers));
+}
+
+Value moveCommand(Session& session, const Args& args)
+{
+    Placement to = leadingPlacement(args);
     to.world = args.isSet("worldSpace") || (!args.isSet("objectSpace") && !args.isSet("localSpace"));
-    const std::vector<double> xyz = leadingNumbers(args, 3);
-    to.value = {xyz[0], xyz[1], xyz[2]};
-    for (const SelectionItem& item : commandTargets(session, namesAfter(args, 3)).items)
+    for (const SelectionItem& item : placedTargets(session, args, to).items)
         moveItem(session, item, to);
     return {};
 }
@@ -65,24 +97,71 @@ Value moveCommand(Session& session, const Args& args)
 mel::CommandFunction attributeCommand(const char* attribute, bool multiplies)
 {
     return [attribute, multiplies](Session& session, const Args& args) -> Value {
-        const std::vector<double> xyz = leadingNumbers(args, 3);
-        const V3d given(xyz[0], xyz[1], xyz[2]);
-        for (const SelectionItem& item : commandTargets(session, namesAfter(args, 3)).items) {
+        const Placement to = leadingPlacement(args);
+        for (const SelectionItem& item : placedTargets(session, args, to).items) {
             if (item.component)
                 throw Error(args.commandName() + " works on objects, not on components.");
             DagNode& node = transformOf(item);
-            const V3d now = triple(node, attribute);
-            const bool relative = args.isSet("relative");
-            setTriple(session, node, attribute, !relative ? given : multiplies ? now * given : now + given);
+            V3d value = triple(node, attribute);
+            for (int axis = 0; axis < 3; ++axis) {
+                if (!to.axes[static_cast<std::size_t>(axis)])
+                    continue;
+                const double given = to.value[axis];
+                value[axis] = !to.relative ? given : multiplies ? value[axis] * given : value[axis] + given;
+            }
+            setTriple(session, node, attribute, value);
         }
         return {};
     };
+}
+
+DagNode& jointNamed(Session& session, const Args& args)
+{
+    const SelectionList targets = commandTargets(session, args.objectNames());
+    DagNode* const joint = targets.items.front().node->asDag();
+    if (targets.items.size() != 1 || !joint || !joint->type().isA("joint"))
+        throw Error("joint: -query and -edit take one joint.");
+    return *joint;
+}
+
+Value queryJoint(const Args& args, DagNode& joint)
+{
+    const auto numbers = [](const V3d& value) { return mel::FloatArray{value.x, value.y, value.z}; };
+    if (args.isSet("position"))
+        return numbers(args.isSet("relative") ? triple(joint, "translate")
+                                              : worldMatrix(joint).translation());
+    if (args.isSet("orientation"))
+        return numbers(triple(joint, "jointOrient"));
+    if (args.isSet("radius"))
+        return joint.plug("radius").number();
+    throw Error("joint -query needs one of -position, -orientation, -radius.");
+}
+
+void setJoint(Session& session, const Args& args, DagNode& joint)
+{
+    if (args.isSet("position")) {
+        const V3d position = args.vector("position");
+        setTriple(session, joint, "translate",
+                  args.isSet("relative") ? position : position * parentMatrix(joint).inverse());
+    }
+    if (args.isSet("orientation"))
+        setTriple(session, joint, "jointOrient", args.vector("orientation"));
+    if (args.isSet("radius"))
+        session.edits().setNumber(joint.plug("radius"), args.number("radius"));
 }
 
 /// A new joint goes under the selected joint (or transform) and is selected, so that a row of calls makes a
 /// chain. The position is in world space unless -relative is given.
 Value jointCommand(Session& session, const Args& args)
 {
+    if (args.query())
+        return queryJoint(args, jointNamed(session, args));
+    if (args.edit()) {
+        setJoint(session, args, jointNamed(session, args));
+        return {};
+    }
+    if (!args.objects().empty())
+        throw Error("joint: a new joint is named with -name.");
     DagNode* parent = nullptr;
     for (const SelectionItem& item : session.selection().active().items) {
         DagNode* dag = item.node->asDag();
@@ -91,16 +170,7 @@ Value jointCommand(Session& session, const Args& args)
     }
     const NodeType* type = session.graph().types().find("joint");
     DagNode& node = *session.edits().create(*type, args.textOr("name", ""), parent).asDag();
-    if (args.isSet("position")) {
-        V3d local = args.vector("position");
-        if (parent && !args.isSet("relative"))
-            worldMatrix(*parent).inverse().multVecMatrix(args.vector("position"), local);
-        setTriple(session, node, "translate", local);
-    }
-    if (args.isSet("orientation"))
-        setTriple(session, node, "jointOrient", args.vector("orientation"));
-    if (args.isSet("radius"))
-        session.edits().setNumber(node.plug("radius"), args.number("radius"));
+    setJoint(session, args, node);
     if (parent && parent->findAttribute("radius"))
         session.edits().connect(parent->plug("scale"), node.plug("inverseScale"));
     selectOnly(session, node);
@@ -113,33 +183,18 @@ void moveItem(Session& session, const SelectionItem& item, const Placement& to)
 {
     if (!item.component) {
         DagNode& node = transformOf(item);
-        const Imath::M44d parent = to.world ? parentMatrix(node) : Imath::M44d();
-        V3d local = triple(node, "translate");
-        if (to.relative) {
-            V3d step;
-            parent.inverse().multDirMatrix(to.value, step);
-            local += step;
-        } else {
-            parent.inverse().multVecMatrix(to.value, local);
-        }
-        setTriple(session, node, "translate", local);
+        const Imath::M44d space = to.world ? parentMatrix(node) : Imath::M44d();
+        setTriple(session, node, "translate", placed(triple(node, "translate"), space, to));
         return;
     }
     DagNode& shape = *item.node->asDag();
     const GeometryRef geometry = shapeGeometry(shape);
     if (!geometry)
         throw Error(shape.uniqueName() + " has no points.");
-    const Imath::M44d toObject = to.world ? worldMatrix(shape).inverse() : Imath::M44d();
+    const Imath::M44d space = to.world ? worldMatrix(shape) : Imath::M44d();
     for (const int point : pointIndices(shape, item.component.get())) {
         const V3d now = geometry->points()[static_cast<std::size_t>(point)];
-        V3d target;
-        if (to.relative) {
-            toObject.multDirMatrix(to.value, target);
-            target += now;
-        } else {
-            toObject.multVecMatrix(to.value, target);
-        }
-        placePoint(session, shape, point, target, now);
+        placePoint(session, shape, point, placed(now, space, to), now);
     }
 }
 
@@ -152,7 +207,10 @@ void registerTransformCommands(mel::CommandRegistry& registry)
             .flag("ws", "worldSpace")
             .flag("os", "objectSpace")
             .flag("ls", "localSpace")
-            .objects(3)
+            .flag("x", "x")
+            .flag("y", "y")
+            .flag("z", "z")
+            .objects(1)
             .undoable();
     };
     registry.add(placing("move"), moveCommand);
@@ -166,6 +224,9 @@ void registerTransformCommands(mel::CommandRegistry& registry)
                      .flag("rad", "radius", {ArgType::kFloat})
                      .flag("r", "relative")
                      .flag("a", "absolute")
+                     .objects(0)
+                     .query()
+                     .edit()
                      .undoable(),
                  jointCommand);
 }
