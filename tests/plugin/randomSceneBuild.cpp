@@ -49,24 +49,27 @@ void RandomScene::build(Kind kind)
     }
     model.reach = ReachModel(std::move(known));
     randomWeights();
-    mel("select -cl; softSelect -sse 0; selectPref -preSelectHilite false; viewFit");
+    mel("select -cl; softSelect -sse 0; selectPref -preSelectHilite false; viewFit" +
+        std::string(kind == Kind::kMeshes ? " sheet other" : ""));
     toolOn();
 }
 
-/// Two sheets under one deformer with two maps, each with a skin that blends both kinds of skinning.
+/// Three sheets under one deformer with two maps, each with a skin that blends both kinds of skinning. A
+/// point of one lies farther away than pastes reach.
 void RandomScene::buildMeshes()
 {
     mel("polyPlane -n sheet -w 8 -h 6 -sx 5 -sy 3 -ch 0; polyPlane -n other -w 7 -h 5 -sx 5 -sy 3 -ch 0;"
         "setAttr persp.rotate -type double3 -60 10 0; xform -r -os -t 0 0 7 other.vtx[*];"
-        "setAttr other.translate -type double3 0.5 0 1");
-    addShape("sheet");
-    addShape("other");
-    mel("select sheet other; maskedOffset -n lift -o 0 2.5 0.5; select -cl");
+        "setAttr other.translate -type double3 0.5 0 1; polyPlane -n stray -w 2 -h 4 -sx 1 -sy 2 -ch 0;"
+        "setAttr stray.translateX 6; xform -r -os -t 0 1500 0 stray.vtx[5]");
+    for (const char* name : {"sheet", "other", "stray"})
+        addShape(name);
+    mel("select sheet other stray; maskedOffset -n lift -o 0 2.5 0.5; select -cl");
     addDeformer("lift", ModelDeformer::kMasked);
     model.scene.deformers.back().offset = {0, 2.5, 0.5};
     addJoints();
-    addSkin("sheet", {"hip", "knee", "toe"});
-    addSkin("other", {"hip", "knee", "toe"});
+    for (const char* name : {"sheet", "other", "stray"})
+        addSkin(name, {"hip", "knee", "toe"});
     pose();
     edit("-deformer lift -plug mask -influence knee");
     model.setDeformer("lift");

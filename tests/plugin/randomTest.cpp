@@ -32,12 +32,11 @@ public:
         RandomScene::SetUp();
         build(std::get<0>(GetParam()));
         session.undo().flush();
-        if (std::get<0>(GetParam()) == Kind::kLayers)
-            model.settings.deformer = "lift";
     }
 
     Pixel pixelOfAnyPoint();
     bool leavesNothing(const Spot& spot);
+    Imath::V2d anyMotion(const Imath::V2d& way);
     void stroke();
     void marquee();
     void clickWithShift();
@@ -83,13 +82,22 @@ ToolTest::Pixel RandomTool::pixelOfAnyPoint()
     return {static_cast<int>(pixel.x), static_cast<int>(pixel.y)};
 }
 
-/// The weights that the pressed point's edit finds must lie where undo takes them back to the last bit: a
-/// press on a point that the mode does not edit, or that no weight moves, leaves the rounding of the probe.
-/// So does letting go at once.
+/// A press on a point that the mode does not edit, or that no weight moves, leaves the rounding of the probe,
+/// which undo does not take back. So does letting go at once.
 bool RandomTool::leavesNothing(const Spot& spot)
 {
     const EditModel edit = model.editOf(spot);
     return !edit.pieces.empty() && direction(edit, spot).length() >= 0.01;
+}
+
+/// Up to most of the way that leads from 0 to 1 or back, a little aside of it; or none at all.
+Imath::V2d RandomTool::anyMotion(const Imath::V2d& way)
+{
+    const double reach = fraction() * 1.6 - 0.8;
+    const int aside = below(7), down = below(7); // one by one: every compiler draws them in this order
+    const bool none = below(8) == 0;
+    return none ? Imath::V2d(0, 0)
+                : Imath::V2d(std::round(way.x * reach) + aside, std::round(way.y * reach) - down);
 }
 
 void RandomTool::stroke()
@@ -106,14 +114,7 @@ void RandomTool::stroke()
     ASSERT_TRUE(model.press(under, false, control, highlighted));
     const Imath::V2d way = model.probes() ? direction(model.pressedEdit(), spot) : Imath::V2d(0, 0);
     const bool leads = way.length() >= 0.01;
-    const double reach = way.length() * (fraction() * 1.6 - 0.8);
-    const int aside = below(7), down = below(7); // one by one: every compiler draws them in this order
-    Imath::V2d motion(aside, -down);
-    if (leads)
-        motion +=
-            Imath::V2d(std::round(way.x / way.length() * reach), std::round(way.y / way.length() * reach));
-    if (below(8) == 0)
-        motion = Imath::V2d(0, 0);
+    const Imath::V2d motion = anyMotion(way);
     int events = below(3);
     if (careful && events == 0 && motion.length() == 0)
         events = 1;
@@ -390,7 +391,7 @@ INSTANTIATE_TEST_SUITE_P(
     Runs, RandomTool,
     ::testing::Combine(::testing::Values(RandomScene::Kind::kMeshes, RandomScene::Kind::kPoints,
                                          RandomScene::Kind::kBlendShapes, RandomScene::Kind::kLayers),
-                       ::testing::Range(0u, 5u)),
+                       ::testing::Range(0u, 8u)),
     runName);
 
 TEST_P(RandomTool, DoesWhatTheModelSays)
