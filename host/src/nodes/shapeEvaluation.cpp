@@ -107,6 +107,21 @@ Imath::M44d matrixOf(const DagNode& node, const char* output)
     return const_cast<DagNode&>(node).plug(output).element(0).matrix(); // reading evaluates
 }
 
+/// False when the output is none of a curve's form, degree and spans.
+bool storeCurveFact(Node& node, const Plug& output)
+{
+    const std::string& name = output.attribute()->longName;
+    if (node.type().name != "nurbsCurve" || (name != "form" && name != "degree" && name != "spans"))
+        return false;
+    const auto curve = std::dynamic_pointer_cast<const CurveData>(shapeGeometry(node));
+    const int fact = !curve             ? 0
+                     : name == "form"   ? curve->form
+                     : name == "degree" ? curve->degree
+                                        : curve->spans;
+    node.storeNumber(output, fact);
+    return true;
+}
+
 } // namespace
 
 const ShapeAttributes* shapeAttributes(const Node& node)
@@ -134,7 +149,7 @@ void computeShape(Node& node, const Attribute& output)
         node.storeData(plug, evaluated(node, *names));
     else if (names && output.longName == names->world)
         node.storeData(plug.element(0), node.plug(names->local).data());
-    else
+    else if (!storeCurveFact(node, plug))
         computeDagMatrices(node, output);
 }
 

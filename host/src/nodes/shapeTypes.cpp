@@ -57,7 +57,7 @@ void addMesh(NodeTypeRegistry& registry)
     type.affect("worldMatrix", "worldMesh"); // deformers that work in world space look at the transform
 }
 
-void addNurbs(NodeTypeRegistry& registry, const char* name, MFn::Type apiType)
+NodeType& addNurbs(NodeTypeRegistry& registry, const char* name, MFn::Type apiType)
 {
     const char* axes[3][2] = {{"xValue", "xv"}, {"yValue", "yv"}, {"zValue", "zv"}};
     NodeType& type = registry.add(name, "deformedShape");
@@ -72,6 +72,17 @@ void addNurbs(NodeTypeRegistry& registry, const char* name, MFn::Type apiType)
     type.affectAll({"create", "cached", "controlPoints", "componentTags", "tweakLocation"},
                    {"local", "worldSpace"});
     type.affect("worldMatrix", "worldSpace");
+    return type;
+}
+
+/// What scripts ask curves for.
+void addCurveFacts(NodeType& type)
+{
+    for (const auto& [longName, shortName] :
+         {std::pair("form", "f"), std::pair("degree", "d"), std::pair("spans", "s")}) {
+        type.add(longAttribute(longName, shortName).output());
+        type.affectAll({"create", "cached"}, {longName});
+    }
 }
 
 void addLattice(NodeTypeRegistry& registry)
@@ -102,7 +113,7 @@ void registerShapeTypes(NodeTypeRegistry& registry)
 {
     addDeformable(registry);
     addMesh(registry);
-    addNurbs(registry, "nurbsCurve", MFn::kNurbsCurve);
+    addCurveFacts(addNurbs(registry, "nurbsCurve", MFn::kNurbsCurve));
     addNurbs(registry, "nurbsSurface", MFn::kNurbsSurface);
     addLattice(registry);
 }

@@ -125,6 +125,23 @@ std::vector<double> clampedKnots(int cvs, int degree)
     return knots;
 }
 
+/// The knots of -knot, one use each, which may not fall; without them those of an even curve.
+std::vector<double> givenKnots(const Args& args, int cvs, int degree)
+{
+    if (!args.isSet("knot"))
+        return clampedKnots(cvs, degree);
+    std::vector<double> knots;
+    for (int use = 0; use < args.uses("knot"); ++use)
+        knots.push_back(args.number("knot", 0, use));
+    const auto wanted = static_cast<std::size_t>(cvs + degree - 1);
+    if (knots.size() != wanted)
+        throw Error("curve: " + std::to_string(cvs) + " points of degree " + std::to_string(degree) +
+                    " need " + std::to_string(wanted) + " knots, not " + std::to_string(knots.size()) + ".");
+    if (!std::is_sorted(knots.begin(), knots.end()))
+        throw Error("curve: the knots must not fall.");
+    return knots;
+}
+
 Value curveCommand(Session& session, const Args& args)
 {
     auto curve = std::make_shared<CurveData>();
@@ -138,11 +155,26 @@ Value curveCommand(Session& session, const Args& args)
         throw Error("curve: a curve of degree " + std::to_string(curve->degree) + " needs at least " +
                     std::to_string(curve->degree + 1) + " points.");
     curve->spans = cvs - curve->degree;
-    curve->knots = clampedKnots(cvs, curve->degree);
+    curve->knots = givenKnots(args, cvs, curve->degree);
     curve->pointsRef = std::move(points);
     return createShape(session, args, "curve", "nurbsCurve", "cached", std::move(curve))
         .toStringArray()
         .front();
+}
+
+Value spaceLocator(Session& session, const Args& args)
+{
+    Graph& graph = session.graph();
+    Edits& edits = session.edits();
+    DagNode& transform =
+        *edits.create(*graph.types().find("transform"), args.textOr("name", "locator1"), nullptr).asDag();
+    Node& shape =
+        edits.create(*graph.types().find("locator"), customaryShapeName(transform.name()), &transform);
+    const V3d position = args.isSet("position") ? args.vector("position") : V3d(0);
+    for (unsigned axis = 0; axis < 3; ++axis)
+        edits.setNumber(shape.plug("localPosition").child(axis), position[static_cast<int>(axis)]);
+    selectOnly(session, transform);
+    return mel::StringArray{transform.uniqueName()};
 }
 
 Value nurbsPlane(Session& session, const Args& args)
@@ -205,7 +237,12 @@ void registerGeometryCommands(mel::CommandRegistry& registry)
     registry.add(polySpec("polyCube", {width, height, depth}, {x, y, z}), polyCube);
     registry.add(polySpec("polySphere", {radius}, {x, y}), polySphere);
     registry.add(polySpec("polyCylinder", {radius, height}, {x, y, z}), polyCylinder);
-    registry.add(shapeSpec("curve").flag("d", "degree", {ArgType::kInt}).flag("p", "point", kThree).multi(),
+    registry.add(shapeSpec("curve")
+                     .flag("d", "degree", {ArgType::kInt})
+                     .flag("p", "point", kThree)
+                     .multi()
+                     .flag("k", "knot", {ArgType::kFloat})
+                     .multi(),
                  curveCommand);
     registry.add(shapeSpec("nurbsPlane")
                      .flag("ax", "axis", kThree)
@@ -215,6 +252,12 @@ void registerGeometryCommands(mel::CommandRegistry& registry)
                      .flag("u", "patchesU", {ArgType::kInt})
                      .flag("v", "patchesV", {ArgType::kInt}),
                  nurbsPlane);
+    registry.add(CommandSpec("spaceLocator")
+                     .flag("n", "name", {ArgType::kString})
+                     .flag("p", "position", kThree)
+                     .flag("a", "absolute")
+                     .undoable(),
+                 spaceLocator);
     registerTransformCommands(registry);
     registerPointCommands(registry);
 }

@@ -17,6 +17,21 @@ std::string pathOf(const std::string& text)
     return dot == text.npos ? std::string() : text.substr(dot + 1);
 }
 
+/// Looks an attribute up on a node, or else on the shapes that people see below it: body.inMesh is
+/// bodyShape.inMesh.
+template <typename LookUp>
+auto onNodeOrShape(Node& node, LookUp&& lookUp) -> decltype(lookUp(node))
+{
+    auto found = lookUp(node);
+    const DagNode* const dag = node.asDag();
+    for (std::size_t k = 0; !found && dag && k < dag->children().size(); ++k) {
+        DagNode& child = *dag->children()[k];
+        if (child.isShape() && !child.isIntermediate())
+            found = lookUp(child);
+    }
+    return found;
+}
+
 } // namespace
 
 Node& nodeOfPlug(Session& session, const std::string& text)
@@ -30,7 +45,8 @@ Node& nodeOfPlug(Session& session, const std::string& text)
 PlugRange plugsNamed(Session& session, const std::string& text)
 {
     Node& node = nodeOfPlug(session, text);
-    const std::optional<PlugRange> plugs = resolvePlugs(node, pathOf(text));
+    const std::optional<PlugRange> plugs =
+        onNodeOrShape(node, [&](Node& each) { return resolvePlugs(each, pathOf(text)); });
     if (!plugs)
         throw Error("No object matches name: " + text);
     return *plugs;
@@ -39,7 +55,8 @@ PlugRange plugsNamed(Session& session, const std::string& text)
 Plug plugNamed(Session& session, const std::string& text)
 {
     Node& node = nodeOfPlug(session, text);
-    const std::optional<Plug> plug = resolvePlug(node, pathOf(text));
+    const std::optional<Plug> plug =
+        onNodeOrShape(node, [&](Node& each) { return resolvePlug(each, pathOf(text)); });
     if (!plug)
         throw Error("No object matches name: " + text);
     return *plug;

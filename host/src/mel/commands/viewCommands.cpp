@@ -136,7 +136,10 @@ Value viewportProject(Session& session, const Args& args)
     SelectionList list;
     list.addPattern(session.graph(), text);
     Imath::V3d at;
-    if (!session.viewport().project(worldPosition(list.items.front(), text), at))
+    const Imath::V3d position = worldPosition(list.items.front(), text);
+    if (!std::isfinite(position.x) || !std::isfinite(position.y) || !std::isfinite(position.z))
+        throw Error("viewportProject: " + text + " has no finite position");
+    if (!session.viewport().project(position, at))
         throw Error("viewportProject: " + text + " is behind the camera");
     return mel::IntArray{static_cast<int>(std::lround(at.x)), static_cast<int>(std::lround(at.y))};
 }
