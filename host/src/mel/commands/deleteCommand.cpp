@@ -121,6 +121,14 @@ Value deleteHistory(Session& session, const Args& args)
     return {};
 }
 
+Value deleteHistoryOfSelection(Session& session, const Args&)
+{
+    for (Node* const node : nodesOrSelection(session, {}))
+        if (DagNode* const dag = node->asDag())
+            removeHistoryBelow(session, *dag);
+    return {};
+}
+
 Value deleteCommand(Session& session, const Args& args)
 {
     if (args.isSet("constructionHistory"))
@@ -163,6 +171,7 @@ void registerDeleteCommand(mel::CommandRegistry& registry)
     registry.add(
         CommandSpec("delete").flag("all", "all").flag("ch", "constructionHistory").objects(0).undoable(),
         deleteCommand);
+    registry.add(CommandSpec("DeleteHistory").undoable(), deleteHistoryOfSelection);
 }
 
 } // namespace host

@@ -182,6 +182,46 @@ Value filterExpand(Session& session, const Args& args)
     return out;
 }
 
+/// Edges, faces and whole polygon objects as their vertices; what is no polygon is left out.
+SelectionList asVertices(const SelectionList& list)
+{
+    SelectionList vertices;
+    for (std::size_t at = 0; at < list.items.size(); ++at) {
+        const SelectionItem& item = list.items[at];
+        DagNode* const shape = item.node ? componentShape(*item.node) : nullptr;
+        const GeometryRef geometry = shape && shape->hasFn(MFn::kMesh) ? shapeGeometry(*shape) : nullptr;
+        if (!geometry || !item.plug.isNull())
+            continue;
+        std::vector<std::string> components = {"vtx[*]"};
+        if (item.component)
+            components = list.texts(at);
+        for (std::string& text : components)
+            text.erase(0, item.component ? text.rfind('.') + 1 : 0);
+        const PointGroup group = pointGroup(*geometry, components);
+        const Ref<Component> points = group.all ? allPoints(*shape) : pointComponent(*shape, group.points);
+        vertices.add({Ref<Node>(shape), points, Plug()}, true);
+    }
+    return vertices;
+}
+
+Value polyListComponentConversion(Session& session, const Args& args)
+{
+    if (!args.isSet("toVertex"))
+        throw Error("polyListComponentConversion: only -toVertex is supported.");
+    const SelectionList vertices = asVertices(commandTargets(session, args.objectNames()));
+    mel::StringArray names;
+    for (std::size_t at = 0; at < vertices.items.size(); ++at)
+        for (std::string& text : vertices.texts(at))
+            names.push_back(std::move(text));
+    return names;
+}
+
+Value convertSelectionToVertices(Session& session, const Args&)
+{
+    recordSelection(session, asVertices(commandTargets(session, {})));
+    return {};
+}
+
 } // namespace
 
 void recordSelection(Session& session, SelectionList list)
@@ -214,6 +254,9 @@ void registerSelectionCommands(mel::CommandRegistry& registry)
                      .flag("ex", "expand", {ArgType::kBool})
                      .objects(0),
                  filterExpand);
+    registry.add(CommandSpec("polyListComponentConversion").flag("tv", "toVertex").objects(0),
+                 polyListComponentConversion);
+    registry.add(CommandSpec("ConvertSelectionToVertices").undoable(), convertSelectionToVertices);
     registerSelectionSettings(registry);
 }
 

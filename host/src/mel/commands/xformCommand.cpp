@@ -234,10 +234,28 @@ Value xformCommand(Session& session, const Args& args)
     return {};
 }
 
+/// Smallest x, y and z, then the largest, around everything named.
+Value exactWorldBoundingBox(Session& session, const Args& args)
+{
+    Imath::Box3d box;
+    for (const SelectionItem& item : commandTargets(session, args.objectNames()).items) {
+        if (!item.component) {
+            box.extendBy(boxOf(transformOf(item), true));
+            continue;
+        }
+        for (const V3d& point : pointPositions(*item.node->asDag(), item.component.get(), true))
+            box.extendBy(point);
+    }
+    mel::FloatArray corners = numbers(box.min);
+    corners.insert(corners.end(), {box.max.x, box.max.y, box.max.z});
+    return corners;
+}
+
 } // namespace
 
 void registerXformCommand(mel::CommandRegistry& registry)
 {
+    registry.add(CommandSpec("exactWorldBoundingBox").objects(0), exactWorldBoundingBox);
     registry.add(CommandSpec("xform")
                      .flag("t", "translation", kThree)
                      .flag("ro", "rotation", kThree)
