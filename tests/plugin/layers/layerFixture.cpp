@@ -4,8 +4,6 @@
 
 namespace testing_support {
 
-namespace {
-
 std::string listText(const std::vector<double>& weights)
 {
     std::string text;
@@ -16,8 +14,6 @@ std::string listText(const std::vector<double>& weights)
     }
     return text;
 }
-
-} // namespace
 
 void LayerTest::SetUp()
 {

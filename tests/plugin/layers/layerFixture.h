@@ -7,6 +7,9 @@
 
 namespace testing_support {
 
+/// A values list as the layer command takes it, with all digits.
+std::string listText(const std::vector<double>& weights);
+
 /// A sheet of 3 x 2 vertices with the joints hip, knee and toe (logical indices 0, 1, 2), posed so that every
 /// weight moves its vertex, and the layer stand-in with the layer `skinLayer` (id 1) attached.
 class LayerTest : public ToolTest {
