@@ -116,11 +116,11 @@ MStatus readWeights(int layerId, const MString& paintTarget, MDoubleArray& weigh
     return checkCount(weights, shape);
 }
 
-/// Runs the write whose values list `appendValues` appends to the text it is given.
+/// Makes a write command, in the text's own room, and runs it; `appendValues` appends the values list.
 template <typename Append>
-void runWrite(int layerId, const MString& paintTarget, const MDagPath& shape, Append&& appendValues)
+void runWrite(std::string& command, const MString& layer, const MDagPath& shape, Append&& appendValues)
 {
-    std::string command = (layerCommand(layerId, paintTarget) + " -e" + " -vertexWeights \"").asChar();
+    command = (layer + " -e" + " -vertexWeights \"").asChar();
     appendValues(command);
     command += "\" ";
     command += shape.fullPathName().asChar();
@@ -129,7 +129,9 @@ void runWrite(int layerId, const MString& paintTarget, const MDagPath& shape, Ap
 
 void writeWeights(int layerId, const MString& paintTarget, const MDoubleArray& weights, const MDagPath& shape)
 {
-    runWrite(layerId, paintTarget, shape, [&](std::string& text) { text += valuesText(toVector(weights)); });
+    std::string command;
+    runWrite(command, layerCommand(layerId, paintTarget), shape,
+             [&](std::string& text) { text += valuesText(toVector(weights)); });
 }
 
 } // namespace
@@ -236,7 +238,8 @@ NgWeightsWriter::NgWeightsWriter(int layerId, unsigned int influence, const MDou
 
 void NgWeightsWriter::write(const std::vector<double>& weights)
 {
-    runWrite(layer, target, path, [&](std::string& text) { texts.append(weights, text); });
+    runWrite(command, layerCommand(layer, target), path,
+             [&](std::string& text) { texts.append(weights, text); });
 }
 
 NgInfluenceWriter::NgInfluenceWriter(int layerId, unsigned int influence, const MIntArray& allInfluenceIds,

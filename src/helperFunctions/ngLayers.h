@@ -75,6 +75,7 @@ private:
     MString target;
     MDagPath path;
     ValuesText texts;
+    std::string command; ///< kept from write to write for its room
 };
 
 /// setNgInfluenceWeights2 for a whole stroke: the old weights are converted once, and the texts of weights

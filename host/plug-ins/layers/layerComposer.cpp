@@ -58,11 +58,11 @@ std::vector<Source> sourcesOf(const LayerStack& stack, const std::vector<int>& l
     return sources;
 }
 
-/// Some vertices on their way up through the layers, few enough to stay in the fastest memory, with a run of
+/// Some vertices on their way up through the layers, few enough to stay in the cache, with a run of
 /// values for each influence.
 class Block {
 public:
-    static constexpr std::size_t kSize = 256;
+    static constexpr std::size_t kSize = 1024;
 
     Block(std::size_t firstVertex, std::size_t vertices, std::size_t influences)
         : first(firstVertex), count(vertices), columns(influences)
@@ -177,7 +177,8 @@ void compose(const SkinShape& shape, BaseWeights& base, const LayerStack& stack)
     const std::size_t count = shape.logicalIndices.size();
     const std::vector<const double*> start = columnsOf(base.influences, shape.logicalIndices);
     const std::vector<Source> sources = sourcesOf(stack, shape.logicalIndices);
-    MDoubleArray weights(static_cast<unsigned int>(shape.vertexCount * count));
+    MDoubleArray& weights = base.composed;
+    weights.setLength(static_cast<unsigned int>(shape.vertexCount * count));
     const bool blends = hasDualQuaternion(stack), writesBlends = blends || base.isBlended;
     MDoubleArray dualQuaternion(writesBlends ? shape.vertexCount : 0);
     for (std::size_t first = 0; first < shape.vertexCount; first += Block::kSize) {

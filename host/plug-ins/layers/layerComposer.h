@@ -3,6 +3,8 @@
 #include "layers/layerStack.h"
 #include "layers/skinShape.h"
 
+#include <maya/MDoubleArray.h>
+
 #include <map>
 #include <vector>
 
@@ -12,6 +14,7 @@ namespace layers {
 struct BaseWeights {
     std::map<int, std::vector<double>> influences; ///< by logical index
     std::vector<double> dualQuaternion;
+    MDoubleArray composed;  ///< what was written last; kept for its room
     bool isBlended = false; ///< layers have been written over the dual-quaternion weights
 };
 

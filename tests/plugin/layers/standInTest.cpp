@@ -87,8 +87,8 @@ void layOver(Vertex& vertex, const Painted& layer, std::size_t v)
 
 TEST_F(LayerTest, StacksAreComposedByTheRuleOnMeshesOfAnySize)
 {
-    constexpr std::size_t kCount = 700; // no multiple of anything
-    mel("polyPlane -n large -w 10 -h 5 -sx 34 -sy 19; select -cl; joint -n a -p -4 0 0; joint -n b; joint -n "
+    constexpr std::size_t kCount = 2100; // several blocks, the last one not full
+    mel("polyPlane -n large -w 10 -h 5 -sx 69 -sy 29; select -cl; joint -n a -p -4 0 0; joint -n b; joint -n "
         "c -p 3 0 "
         "0; skinCluster -tsb -mi 3 -dr 2 -n largeSkin a b c large; select sheet.vtx[1]");
     host::Node& skin = session.graph().get("largeSkin");
