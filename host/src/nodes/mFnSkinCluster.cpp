@@ -73,12 +73,25 @@ void write(const MFnBase& set, const MDagPath& path, const MObject& components, 
         all(before, *oldValues);
 }
 
-std::vector<std::uint32_t> columnsOf(const MIntArray& influences)
+template <class Array>
+host::SkinWeightChange changeOf(const MIntArray& influences, const Array& values, bool normalize)
 {
-    std::vector<std::uint32_t> columns;
+    host::SkinWeightChange change;
+    change.normalize = normalize;
     for (unsigned int i = 0; i < influences.length(); ++i)
-        columns.push_back(static_cast<std::uint32_t>(influences[i]));
-    return columns;
+        change.influences.push_back(static_cast<std::uint32_t>(influences[i]));
+    change.values.resize(values.length());
+    values.get(change.values.data());
+    return change;
+}
+
+host::SkinWeightChange changeOf(unsigned int influence, double value, bool normalize)
+{
+    host::SkinWeightChange change;
+    change.normalize = normalize;
+    change.influences.push_back(influence);
+    change.values.push_back(value);
+    return change;
 }
 
 } // namespace
@@ -119,8 +132,10 @@ MStatus MFnSkinCluster::getWeights(const MDagPath& path, const MObject& componen
 MStatus MFnSkinCluster::getWeights(const MDagPath& path, const MObject& components,
                                    MIntArray& influenceIndices, MDoubleArray& weights) const
 {
-    return host::statusOf(
-        [&] { pick(readAll(*this, path, components), columnsOf(influenceIndices), weights); });
+    return host::statusOf([&] {
+        const auto columns = changeOf(influenceIndices, MDoubleArray(), false).influences;
+        pick(readAll(*this, path, components), columns, weights);
+    });
 }
 
 MStatus MFnSkinCluster::getWeights(const MDagPath& path, const MObject& components,
@@ -142,41 +157,32 @@ MStatus MFnSkinCluster::getWeights(const MDagPath& path, const MObject& componen
 MStatus MFnSkinCluster::setWeights(const MDagPath& path, const MObject& components, unsigned int jointIndex,
                                    double value, bool normalize, MDoubleArray* oldValues)
 {
-    return host::statusOf([&] {
-        write(*this, path, components, {{}, {jointIndex}, &value, 1, normalize}, oldValues);
-    });
+    return host::statusOf(
+        [&] { write(*this, path, components, changeOf(jointIndex, value, normalize), oldValues); });
 }
 
 MStatus MFnSkinCluster::setWeights(const MDagPath& path, const MObject& components,
                                    MIntArray& influenceIndices, MDoubleArray& values, bool normalize,
                                    MDoubleArray* oldValues)
 {
-    const double* const first = values.length() == 0 ? nullptr : &values[0];
-    return host::statusOf([&] {
-        write(*this, path, components, {{}, columnsOf(influenceIndices), first, values.length(), normalize},
-              oldValues);
-    });
+    return host::statusOf(
+        [&] { write(*this, path, components, changeOf(influenceIndices, values, normalize), oldValues); });
 }
 
 MStatus MFnSkinCluster::setWeights(const MDagPath& path, const MObject& components, unsigned int jointIndex,
                                    float value, bool normalize, MFloatArray* oldValues)
 {
     const double wide = static_cast<double>(value);
-    return host::statusOf([&] {
-        write(*this, path, components, {{}, {jointIndex}, &wide, 1, normalize}, oldValues);
-    });
+    return host::statusOf(
+        [&] { write(*this, path, components, changeOf(jointIndex, wide, normalize), oldValues); });
 }
 
 MStatus MFnSkinCluster::setWeights(const MDagPath& path, const MObject& components,
                                    MIntArray& influenceIndices, MFloatArray& values, bool normalize,
                                    MFloatArray* oldValues)
 {
-    std::vector<double> wide(values.length());
-    values.get(wide.data());
-    return host::statusOf([&] {
-        write(*this, path, components, {{}, columnsOf(influenceIndices), wide.data(), wide.size(), normalize},
-              oldValues);
-    });
+    return host::statusOf(
+        [&] { write(*this, path, components, changeOf(influenceIndices, values, normalize), oldValues); });
 }
 
 unsigned int MFnSkinCluster::influenceObjects(MDagPathArray& paths, MStatus* status) const

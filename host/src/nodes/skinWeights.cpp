@@ -56,7 +56,7 @@ void makeRoom(Row& row, const std::vector<bool>& listed, const std::vector<bool>
 const double* valuesOf(const SkinWeightChange& change, std::size_t point)
 {
     const std::size_t count = change.influences.size();
-    return change.values + (change.valueCount != count ? point * count : 0);
+    return change.values.data() + (change.values.size() != count ? point * count : 0);
 }
 
 /// Without normalizing only the listed weights change.
@@ -93,8 +93,8 @@ void check(const Plug& weightList, const SkinInfluences& influences, const SkinW
         if (influence >= influences.count())
             throw Error("'" + weightList.node()->name() + "' has no influence " + std::to_string(influence) +
                         ".");
-    if (change.valueCount != listed && change.valueCount != listed * change.points.size())
-        throw Error("There are " + std::to_string(change.valueCount) + " weights for " +
+    if (change.values.size() != listed && change.values.size() != listed * change.points.size())
+        throw Error("There are " + std::to_string(change.values.size()) + " weights for " +
                     std::to_string(change.points.size()) + " points and " + std::to_string(listed) +
                     " influences.");
     if (weightList.isLocked() || weightList.isFed())

@@ -25,13 +25,12 @@ struct SkinInfluences {
 /// Weights of the points, vertex-major, all influences in physical order.
 std::vector<double> skinWeights(Node& skin, const SkinInfluences& influences, const std::vector<int>& points);
 
-/// A change of the weights of some influences on some points. The values stay the caller's.
+/// A change of the weights of some influences on some points.
 struct SkinWeightChange {
     std::vector<int> points;
     std::vector<std::uint32_t> influences; ///< physical; a repeated one counts as it was listed last
-    const double* values = nullptr; ///< one per influence, or one per point and influence, vertex-major
-    std::size_t valueCount = 0;
-    bool normalize = true; ///< make room for the new weights; not when the skin does not normalize
+    std::vector<double> values; ///< one per influence, or one per point and influence, vertex-major
+    bool normalize = true;      ///< make room for the new weights; not when the skin does not normalize
 };
 
 /// Writes the weights. When normalizing, with s the sum of the new weights, L that of the other locked
