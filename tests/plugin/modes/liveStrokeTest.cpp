@@ -4,7 +4,7 @@
 
 #include "graph/graph.h"
 #include "selection/selectionState.h"
-#include "support/toolModel.h"
+#include "support/weightModel.h"
 #include "support/weights.h"
 #include "undo/undoQueue.h"
 
@@ -117,7 +117,7 @@ public:
             for (std::size_t v = 0; v < kVertices; ++v) {
                 const std::vector<double>& old = before.rows.at(mesh)[v];
                 const std::vector<double> row =
-                    edited[v] == old[2] ? old : ToolModel::withRoom(old, 2, edited[v]);
+                    edited[v] == old[2] ? old : WeightModel::withRoom(old, 2, edited[v]);
                 for (std::size_t influence = 0; influence < row.size(); ++influence)
                     EXPECT_NEAR(now.rows.at(mesh)[v][influence], row[influence], 1e-12) << "vertex " << v;
             }

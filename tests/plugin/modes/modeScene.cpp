@@ -1,7 +1,7 @@
 #include "plugin/modes/modeScene.h"
 
 #include "graph/graph.h"
-#include "support/toolModel.h"
+#include "support/weightModel.h"
 #include "support/weights.h"
 #include "undo/undoQueue.h"
 #include "view/viewport.h"
@@ -211,7 +211,7 @@ void ModeScene::setWeight(int vertex, double value, const std::string& mesh)
         paint(mesh, place.target, values);
     } else if (place.isSkin()) {
         std::vector<std::vector<double>> all = rows(mesh);
-        all[v] = ToolModel::withRoom(all[v], column(), value);
+        all[v] = WeightModel::withRoom(all[v], column(), value);
         setRows(all, mesh);
     } else {
         session.graph().plug(arrayOf(mesh)).element(static_cast<unsigned>(vertex)).setNumber(value);
