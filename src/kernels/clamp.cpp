@@ -45,6 +45,14 @@ void liveClampBlock(std::size_t count, Bounds bounds, double* block)
         block[k] = atMost(atLeast(block[k], bounds.lower), bounds.upper);
 }
 
+/// Redo keeps narrowed values between its steps. Narrowing never swaps two values and twice is once, so that
+/// narrowing the last step alone gives the same to the bit.
+void redoClampBlock(std::size_t count, Bounds bounds, double* block)
+{
+    for (std::size_t k = 0; k < count; ++k)
+        block[k] = atLeast(atMost(block[k], bounds.upper), bounds.lower);
+}
+
 template <typename Weight>
 void storeBlock(const double* block, std::size_t count, Weight* result)
 {
@@ -52,43 +60,16 @@ void storeBlock(const double* block, std::size_t count, Weight* result)
         result[k] = static_cast<Weight>(block[k]);
 }
 
-/// Brings a block to the precision of the stored weights.
-template <typename Weight>
-void roundBlock(std::size_t count, double* block)
-{
-    for (std::size_t k = 0; k < count; ++k)
-        block[k] = static_cast<double>(static_cast<Weight>(block[k]));
-}
-
-template <typename Old, typename Weight>
-void offsetLiveBlocks(const Old* old, const float* soft, std::size_t count, double offset,
-                      const ClampSettings& clamps, Weight* result)
+template <typename Old, typename Weight, typename ClampBlock>
+void offsetBlocks(const Old* old, const float* soft, std::size_t count, double offset,
+                  const ClampSettings& clamps, ClampBlock clampBlock, Weight* result)
 {
     const Bounds bounds = boundsOf(clamps);
     double block[kBlock];
     for (std::size_t first = 0; first < count; first += kBlock) {
         const std::size_t length = std::min(kBlock, count - first);
         offsetBlock(old + first, soft + first, length, offset, block);
-        liveClampBlock(length, bounds, block);
-        storeBlock(block, length, result + first);
-    }
-}
-
-template <typename Weight>
-void offsetRedoBlocks(const Weight* old, const float* soft, std::size_t count, double offset,
-                      const ClampSettings& clamps, Weight* result)
-{
-    const Bounds bounds = boundsOf(clamps);
-    double block[kBlock];
-    for (std::size_t first = 0; first < count; first += kBlock) {
-        const std::size_t length = std::min(kBlock, count - first);
-        offsetBlock(old + first, soft + first, length, offset, block);
-        roundBlock<Weight>(length, block);
-        for (std::size_t k = 0; k < length; ++k)
-            block[k] = atMost(block[k], bounds.upper);
-        roundBlock<Weight>(length, block);
-        for (std::size_t k = 0; k < length; ++k)
-            block[k] = atLeast(block[k], bounds.lower);
+        clampBlock(length, bounds, block);
         storeBlock(block, length, result + first);
     }
 }
@@ -103,31 +84,31 @@ ClampSettings unitClamp()
 void offsetLive(const float* old, const float* soft, std::size_t count, double offset,
                 const ClampSettings& clamps, float* result)
 {
-    offsetLiveBlocks(old, soft, count, offset, clamps, result);
+    offsetBlocks(old, soft, count, offset, clamps, liveClampBlock, result);
 }
 
 void offsetLive(const double* old, const float* soft, std::size_t count, double offset,
                 const ClampSettings& clamps, double* result)
 {
-    offsetLiveBlocks(old, soft, count, offset, clamps, result);
+    offsetBlocks(old, soft, count, offset, clamps, liveClampBlock, result);
 }
 
 void offsetLive(const float* old, const float* soft, std::size_t count, double offset,
                 const ClampSettings& clamps, double* result)
 {
-    offsetLiveBlocks(old, soft, count, offset, clamps, result);
+    offsetBlocks(old, soft, count, offset, clamps, liveClampBlock, result);
 }
 
 void offsetRedo(const float* old, const float* soft, std::size_t count, double offset,
                 const ClampSettings& clamps, float* result)
 {
-    offsetRedoBlocks(old, soft, count, offset, clamps, result);
+    offsetBlocks(old, soft, count, offset, clamps, redoClampBlock, result);
 }
 
 void offsetRedo(const double* old, const float* soft, std::size_t count, double offset,
                 const ClampSettings& clamps, double* result)
 {
-    offsetRedoBlocks(old, soft, count, offset, clamps, result);
+    offsetBlocks(old, soft, count, offset, clamps, redoClampBlock, result);
 }
 
 double offsetUnit(double old, double soft, double offset)

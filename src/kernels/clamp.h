@@ -28,8 +28,8 @@ void offsetLive(const double* old, const float* soft, std::size_t count, double 
 void offsetLive(const float* old, const float* soft, std::size_t count, double offset,
                 const ClampSettings& clamps, double* result);
 
-/// The redo of a stroke: the upper clamp first, then the lower one. A float result is narrowed after the
-/// offset and after each clamp, and each step reads the narrowed value.
+/// The redo of a stroke: the upper clamp first, then the lower one. A float result is what narrowing after
+/// the offset and after each clamp gives.
 void offsetRedo(const float* old, const float* soft, std::size_t count, double offset,
                 const ClampSettings& clamps, float* result);
 void offsetRedo(const double* old, const float* soft, std::size_t count, double offset,
