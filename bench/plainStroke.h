@@ -77,13 +77,12 @@ private:
 };
 
 /// The weight of one influence set, the others of its row scaled to what is left.
-template <std::size_t Influences>
+template <std::size_t Influences, std::size_t Edited>
 class PlainRows {
 public:
     using Row = std::array<double, Influences>;
-    PlainRows(std::vector<Row> pressRows, std::size_t editedInfluence)
-        : rows(std::move(pressRows)), edited(editedInfluence), clamp(column(rows, editedInfluence)),
-          result(rows.size())
+    explicit PlainRows(std::vector<Row> pressRows)
+        : rows(std::move(pressRows)), clamp(editedColumn(rows)), result(rows.size())
     {}
 
     void run()
@@ -95,29 +94,26 @@ public:
     }
 
 private:
-    Row withRoom(Row row, double weight) const
+    static Row withRoom(Row row, double weight)
     {
         double others = 0.0;
-        row[edited] = 0.0;
-        for (const double value : row)
-            others += value;
+        for (std::size_t k = 0; k < Influences; ++k)
+            others += k == Edited ? 0.0 : row[k];
         const double factor = others > 0.0 ? std::max(0.0, 1.0 - weight) / others : 1.0;
-        for (double& value : row)
-            value *= factor;
-        row[edited] = weight;
+        for (std::size_t k = 0; k < Influences; ++k)
+            row[k] = k == Edited ? weight : row[k] * factor;
         return row;
     }
-    static std::vector<double> column(const std::vector<Row>& rows, std::size_t influence)
+    static std::vector<double> editedColumn(const std::vector<Row>& rows)
     {
         std::vector<double> values;
         values.reserve(rows.size());
         for (const Row& row : rows)
-            values.push_back(row[influence]);
+            values.push_back(row[Edited]);
         return values;
     }
 
     std::vector<Row> rows;
-    std::size_t edited;
     PlainClamp<double> clamp;
     std::vector<Row> result;
 };

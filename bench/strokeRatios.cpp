@@ -182,7 +182,7 @@ void addStrokes(Ratios& ratios, std::size_t columns, std::size_t lines)
                               boundAt(count, mode.bound), count > 100000 ? 15 : 61};
         ratios.add(subject, [&mode, bare, columns, lines, count](Contest& contest) {
             if (bare == "rescale")
-                compare(contest, mode, columns, lines, PlainRows<kInfluences>(randomRows(count), kEdited));
+                compare(contest, mode, columns, lines, PlainRows<kInfluences, kEdited>(randomRows(count)));
             else if (bare == "store")
                 compare(contest, mode, columns, lines, PlainStore(randomWeights(count)));
             else if (std::string(mode.name) == "dualQuaternion")

@@ -18,8 +18,11 @@ double rounded(double value, double lowest, double highest)
     return std::clamp(std::round(value), lowest, highest);
 }
 
-void settleBelow(Attribute& attribute, unsigned depthAbove)
+/// `place` counts the attributes of the tree.
+void settleBelow(Attribute& attribute, unsigned depthAbove, unsigned& place)
 {
+    attribute.ownBit = std::uint64_t{1} << (place++ % 64u);
+    attribute.pathBits = attribute.ownBit | (attribute.parent ? attribute.parent->pathBits : 0u);
     attribute.arrayDepth = depthAbove + (attribute.flags.array ? 1u : 0u);
     if (attribute.arrayDepth > Plug::kMaxDepth)
         throw Error("Attribute '" + attribute.longName + "' lies below too many arrays.");
@@ -27,7 +30,7 @@ void settleBelow(Attribute& attribute, unsigned depthAbove)
         Attribute& child = *attribute.children[position];
         child.parent = &attribute;
         child.childIndex = position;
-        settleBelow(child, attribute.arrayDepth);
+        settleBelow(child, attribute.arrayDepth, place);
     }
 }
 
@@ -51,14 +54,16 @@ Attribute& Attribute::addChild(Ref<Attribute> child)
 {
     type = AttributeType::kCompound;
     children.push_back(child);
-    settleBelow(*this, arrayDepth - (flags.array && arrayDepth > 0 ? 1u : 0u));
+    unsigned place = 0;
+    settleBelow(*this, arrayDepth - (flags.array && arrayDepth > 0 ? 1u : 0u), place);
     return *children.back();
 }
 
 void Attribute::settle()
 {
     const unsigned above = parent ? parent->arrayDepth : 0u;
-    settleBelow(*this, above);
+    unsigned place = 0;
+    settleBelow(*this, above, place);
 }
 
 MFn::Type Attribute::apiType() const

@@ -2,6 +2,7 @@
 
 #include "types/object.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -78,6 +79,9 @@ public:
     /// Number of array attributes from the root down to and including this one: how many logical indices a
     /// full plug of this attribute carries. At most Plug::kMaxDepth.
     unsigned arrayDepth = 0;
+    /// One bit for this attribute, by its place in the tree of its root, and one for each attribute above:
+    /// two attributes of which neither is above the other rarely share their own bit.
+    std::uint64_t ownBit = 1, pathBits = 1;
     /// Position of this attribute's own logical index in a plug's index list; meaningful when flags.array.
     unsigned ownIndexSlot() const { return arrayDepth - 1; }
 

@@ -156,6 +156,8 @@ private:
     std::vector<Ref<DagNode>> worldChildren;
     std::unique_ptr<Parts> parts;
     std::uint64_t changes = 0;
+    /// Counts the starts and ends of computations: while it stands, no output has come up to date.
+    std::uint64_t computations = 1;
 };
 
 class Graph::Contents {

@@ -21,6 +21,15 @@ void erase(std::vector<Link*>& links, Link* link)
     links.erase(std::find(links.begin(), links.end(), link));
 }
 
+std::uint64_t bitsOfInputs(const NodeState& state, const Attribute& root)
+{
+    std::uint64_t bits = 0;
+    for (const Link* link : state.inputs)
+        if (&link->destination.attribute()->root() == &root)
+            bits |= link->destination.attribute()->ownBit;
+    return bits;
+}
+
 /// Gives the plug and what is below it the values that it has by its connection.
 void keepValue(const Plug& plug, Node& node)
 {
@@ -137,7 +146,9 @@ void Graph::add(Connection connection)
     insertInOrder(to.inputs, link);
     to.byDestination[PlugKey(link->destination)] = link;
     ++from.root(link->source.attribute()->root()).fed;
-    ++to.root(link->destination.attribute()->root()).feeding;
+    RootState& into = to.root(link->destination.attribute()->root());
+    ++into.feeding;
+    into.feedingBits |= link->destination.attribute()->ownBit;
     dirty(link->destination);
 }
 
@@ -156,7 +167,9 @@ void Graph::cut(Link& link, bool keep)
     erase(to.inputs, &link);
     to.byDestination.erase(PlugKey(destination));
     --from.root(link.source.attribute()->root()).fed;
-    --to.root(destination.attribute()->root()).feeding;
+    const Attribute& root = destination.attribute()->root();
+    --to.root(root).feeding;
+    to.root(root).feedingBits = bitsOfInputs(to, root);
     parts->links.erase(link.order);
     dirty(destination);
 }

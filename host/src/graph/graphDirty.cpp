@@ -10,6 +10,12 @@ void Graph::dirty(const Plug& plug)
     modified = true;
     Node& node = *plug.node();
     const Attribute& root = *plug.rootOwner;
+    RootState& state = node.state().root(root);
+    // What was marked last time is dirty still, unless something has been computed since. Connections out of
+    // the root itself lead elsewhere from each plug.
+    if (state.markedAt == computations && state.fed == 0)
+        return;
+    state.markedAt = computations;
     ++parts->propagation;
     markAffected(node, root);
     passOn(node, root, &plug);

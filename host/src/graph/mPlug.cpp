@@ -192,14 +192,14 @@ MStatus MPlug::selectAncestorLogicalIndex(unsigned int index, const MObject& att
 
 MPlug MPlug::elementByLogicalIndex(unsigned int index, MStatus* status) const
 {
-    const Plug& plug = Api::plug(*this);
-    if (plug.isNull() || !plug.node()->alive() || !plug.isArray() || index >= Plug::kAnyIndex) {
-        host::report(status, MStatus::kFailure);
-        return MPlug();
-    }
-    host::report(status, MStatus::kSuccess);
-    MPlug element(*this);
-    Api::plug(element).setIndex(plug.attribute()->ownIndexSlot(), index);
+    MPlug element(*this); // the only answer, so that it is made in place: this runs once per weight
+    Plug& plug = Api::plug(element);
+    const bool good = !plug.isNull() && plug.node()->alive() && plug.isArray() && index < Plug::kAnyIndex;
+    if (good)
+        plug.setIndex(plug.attribute()->ownIndexSlot(), index);
+    else
+        plug = Plug();
+    host::report(status, good ? MStatus::kSuccess : MStatus::kFailure);
     return element;
 }
 

@@ -185,13 +185,16 @@ void Node::compute(const Attribute& output)
 {
     using Freshness = RootState::Freshness;
     const Ref<Node> kept(this);
+    ++scene.computations;
     bookkeeping->root(output).freshness = Freshness::kComputing;
     try {
         nodeType.compute(*this, output);
     } catch (...) {
+        ++scene.computations;
         bookkeeping->root(output).freshness = Freshness::kFailed;
         throw;
     }
+    ++scene.computations;
     Freshness& freshness = bookkeeping->root(output).freshness;
     freshness = freshness == Freshness::kStale ? Freshness::kDirty : Freshness::kClean;
 }

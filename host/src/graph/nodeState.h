@@ -48,11 +48,19 @@ struct RootState {
     enum class Freshness : std::uint8_t { kDirty, kClean, kComputing, kStale, kFailed };
     Freshness freshness = Freshness::kDirty; ///< of outputs
     bool cycleReported = false;
-    std::uint16_t reading = 0; ///< reads through connections under way
-    std::uint32_t feeding = 0; ///< connections into the root or anything below it
-    std::uint32_t fed = 0;     ///< connections out of it
-    std::uint64_t visited = 0; ///< the last propagation that came through
+    std::uint16_t reading = 0;     ///< reads through connections under way
+    std::uint32_t feeding = 0;     ///< connections into the root or anything below it
+    std::uint64_t feedingBits = 0; ///< Attribute::ownBit of all that these connections lead to
+    std::uint32_t fed = 0;         ///< connections out of it
+    std::uint64_t visited = 0;     ///< the last propagation that came through
+    std::uint64_t markedAt = 0;    ///< Graph::computations when what the root affects was last marked
 };
+
+/// Whether a connection may lead to an attribute or to one above it; false is certain.
+inline bool mayBeFed(const RootState* root, const Attribute& attribute)
+{
+    return root && (root->feedingBits & attribute.pathBits) != 0;
+}
 
 /// Everything about a node that is neither its type nor its values. Belongs to Graph, Node and Plug.
 struct NodeState {

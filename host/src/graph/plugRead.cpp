@@ -71,7 +71,7 @@ bool Plug::feeding(Plug& source) const
 {
     const NodeState& state = owner->state();
     const RootState* root = state.findRoot(*rootOwner);
-    if (!root || root->feeding == 0)
+    if (!mayBeFed(root, *definition))
         return false;
     struct Step {
         bool element;
@@ -163,13 +163,13 @@ DataRef Plug::data() const
 double Plug::storedNumber() const
 {
     requireNumber();
+    if (const NumericArray* array = owner->slots().findNumbers(*this))
+        return array->get(logicalIndex());
     const Slot* slot = owner->slots().find(*this);
     if (!slot)
         return definition->defaultNumber;
     if (const auto* value = std::get_if<double>(&slot->value))
         return *value;
-    if (const auto* array = slot->as<NumericArray>())
-        return array->get(logicalIndex());
     if (const auto* skin = slot->as<WeightRows>()) {
         const unsigned own = definition->ownIndexSlot();
         return own > 0 ? skin->get(indices[own - 1], indices[own]) : definition->defaultNumber;

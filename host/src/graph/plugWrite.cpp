@@ -15,11 +15,13 @@ void Plug::requireWritable() const
 
 void Plug::storeNumber(double value) const
 {
-    Slot& slot = owner->slots().make(*this);
     const double kept = narrowed(definition->type, value);
-    if (auto* array = slot.as<NumericArray>())
+    if (NumericArray* array = owner->slots().makeNumbers(*this)) {
         array->set(logicalIndex(), kept);
-    else if (auto* skin = slot.as<WeightRows>())
+        return;
+    }
+    Slot& slot = owner->slots().make(*this);
+    if (auto* skin = slot.as<WeightRows>())
         skin->set(indices[definition->ownIndexSlot() - 1], logicalIndex(), kept);
     else
         slot.value = kept;
@@ -208,7 +210,7 @@ bool Plug::isFed() const
 {
     const NodeState& state = alive().state();
     const RootState* root = state.findRoot(*rootOwner);
-    if (!root || root->feeding == 0)
+    if (!mayBeFed(root, *definition))
         return false;
     for (Plug step = *this; !step.isNull(); step = step.ancestor())
         if (state.byDestination.count(PlugKey(step)) != 0)

@@ -148,25 +148,72 @@ bool Slot::holdsValue() const
     return !empty();
 }
 
-Slot* SlotTree::find(const Plug& plug)
+Slot* SlotTree::look(const Plug& plug, bool make)
 {
     const Chain chain(*plug.attribute());
     const unsigned root = chain.at(0).childIndex;
-    return root < roots.size() ? walk(&roots[root], chain, plug, false) : nullptr;
+    if (root >= roots.size()) {
+        if (!make)
+            return nullptr;
+        roots.resize(root + 1);
+    }
+    return walk(&roots[root], chain, plug, make);
+}
+
+Slot* SlotTree::find(const Plug& plug)
+{
+    last = {};
+    return look(plug, false);
 }
 
 const Slot* SlotTree::find(const Plug& plug) const
 {
-    return const_cast<SlotTree*>(this)->find(plug);
+    return const_cast<SlotTree*>(this)->look(plug, false);
 }
 
 Slot& SlotTree::make(const Plug& plug)
 {
-    const Chain chain(*plug.attribute());
-    const unsigned root = chain.at(0).childIndex;
-    if (root >= roots.size())
-        roots.resize(root + 1);
-    return *walk(&roots[root], chain, plug, true);
+    last = {};
+    return *look(plug, true);
+}
+
+bool SlotTree::remembers(const Plug& element) const
+{
+    if (last.attribute != element.attribute())
+        return false;
+    for (unsigned slot = 0; slot < last.attribute->ownIndexSlot(); ++slot)
+        if (last.above[slot] != element.index(slot))
+            return false;
+    return element.isElement();
+}
+
+NumericArray* SlotTree::remember(const Plug& element, NumericArray* numbers) const
+{
+    if (!numbers)
+        return nullptr;
+    last = {element.attribute(), {}, numbers};
+    for (unsigned slot = 0; slot < last.attribute->ownIndexSlot(); ++slot)
+        last.above[slot] = element.index(slot);
+    return numbers;
+}
+
+const NumericArray* SlotTree::findNumbers(const Plug& element) const
+{
+    if (remembers(element))
+        return last.numbers;
+    if (!element.isElement() || !isNumericArray(*element.attribute()))
+        return nullptr;
+    Slot* slot = const_cast<SlotTree*>(this)->look(element, false);
+    return slot ? remember(element, slot->as<NumericArray>()) : nullptr;
+}
+
+NumericArray* SlotTree::makeNumbers(const Plug& element)
+{
+    if (remembers(element))
+        return last.numbers;
+    if (!element.isElement() || !isNumericArray(*element.attribute()))
+        return nullptr;
+    return remember(element, look(element, true)->as<NumericArray>());
 }
 
 void SlotTree::erase(const Plug& plug)

@@ -2,8 +2,10 @@
 
 #include "graph/data.h"
 #include "graph/numericArray.h"
+#include "graph/plug.h"
 #include "graph/weightRows.h"
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -13,8 +15,6 @@
 
 namespace host {
 
-class Attribute;
-class Plug;
 struct Slot;
 
 /// The children of a compound, by Attribute::childIndex; shorter than the attribute's children when the last
@@ -73,8 +73,25 @@ public:
     /// Drops the element from its array, or empties the slot.
     void erase(const Plug& plug);
 
+    /// The array of numbers that an element lies in: null when the plug is no element of one, or when none is
+    /// there (find) and the element of weight rows.
+    const NumericArray* findNumbers(const Plug& element) const;
+    NumericArray* makeNumbers(const Plug& element);
+
 private:
+    /// The last array of numbers that was asked for. Whoever writes an array element by element, as plug-ins
+    /// do, is led there once. Forgotten when a slot is handed out that may be given another value.
+    struct Remembered {
+        const Attribute* attribute = nullptr;
+        std::array<std::uint32_t, Plug::kMaxDepth> above{}; ///< the logical indices before its own
+        NumericArray* numbers = nullptr;
+    };
+    bool remembers(const Plug& element) const;
+    NumericArray* remember(const Plug& element, NumericArray* numbers) const;
+    Slot* look(const Plug& plug, bool make);
+
     std::vector<Slot> roots;
+    mutable Remembered last;
 };
 
 /// The array attribute keeps its elements in a NumericArray.
