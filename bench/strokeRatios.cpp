@@ -9,6 +9,7 @@
 #include "session.h"
 #include "tools/tools.h"
 
+#include <cmath>
 #include <random>
 
 namespace bench {
@@ -34,7 +35,7 @@ const char* const kMap = "maskedOffset -n shift -o 0 3 0 sheet;";
 const char* const kSkin = "select -cl; joint -n hip -p -5 0 0; joint -n knee -p -2 0 0;"
                           "joint -n ankle -p 1 0 0; joint -n toe -p 4 0 0;"
                           "skinCluster -tsb -mi 4 -dr 4 -n skin hip knee ankle toe sheet;"
-                          "setAttr knee.translateY 2;";
+                          "setAttr knee.translateY 8;";
 // Twisted joints, so that dual quaternions and linear skinning move the points to different places.
 const char* const kTwistedSkin = "select -cl; joint -n hip -p -5 0 0; joint -n knee -p -2 0 0;"
                                  "joint -n ankle -p 1 0 0; joint -n toe -p 4 0 0;"
@@ -109,6 +110,7 @@ public:
         x = at[0];
         y = at[1];
         session.tools().press(x, y, 1, {});
+        aim(mode.name);
         requireMoves(mode.name);
     }
     ~Stroke() { session.tools().release(x, y); }
@@ -117,8 +119,8 @@ public:
 
     void drag()
     {
-        session.tools().drag(x + 2, y + (up ? 4 : 9));
-        up = !up;
+        session.tools().drag(x, y + (far ? 2 * reach : reach));
+        far = !far;
     }
     /// Both places of the drag give their own weight, again and again.
     void requireMoves(const std::string& name)
@@ -130,10 +132,24 @@ public:
 
 private:
     void mel(const std::string& text) { session.mel().execute(text); }
+    double weight() { return session.graph().plug(probe).number(); }
     double dragged()
     {
         drag();
-        return session.graph().plug(probe).number();
+        return weight();
+    }
+    /// How far a drag goes for some weight depends on the scene; all strokes shall change weights as much.
+    void aim(const std::string& name)
+    {
+        constexpr int kTrial = 10;
+        constexpr double kChange = 0.06;
+        const double before = weight();
+        session.tools().drag(x, y + kTrial);
+        const double perPixel = (weight() - before) / kTrial;
+        require(perPixel != 0.0, name + ": the drag does not change the weights.");
+        reach = static_cast<int>(std::lround(kChange / perPixel));
+        if (reach == 0)
+            reach = perPixel > 0.0 ? 1 : -1;
     }
     /// The pressed vertex lies in the middle of the range, so that it can move both ways.
     void fill(const host::Plug& plug, std::size_t pressed)
@@ -160,7 +176,8 @@ private:
     std::size_t count;
     std::string probe;
     int x = 0, y = 0;
-    bool up = false;
+    int reach = 0; ///< of the nearer drag, in pixels
+    bool far = false;
 };
 
 template <class Plain>

@@ -10,6 +10,27 @@ namespace {
 /// what is there already.
 constexpr std::uint32_t kAlwaysDense = 4096;
 
+std::size_t firstOf(const int* ids, std::size_t count)
+{
+    return count > 0 ? static_cast<std::uint32_t>(ids[0]) : 0;
+}
+
+/// Whether the ids follow one another. Without an early end, so that the compiler takes several at a time.
+bool isRun(const int* ids, std::size_t count)
+{
+    const auto first = static_cast<std::uint32_t>(firstOf(ids, count));
+    std::uint32_t off = 0;
+    for (std::size_t i = 0; i < count; ++i)
+        off |= static_cast<std::uint32_t>(ids[i]) ^ (first + static_cast<std::uint32_t>(i));
+    return off == 0;
+}
+
+template <class From, class To>
+void copyNumbers(const From* from, std::size_t count, To* to)
+{
+    std::transform(from, from + count, to, [](From value) { return static_cast<To>(value); });
+}
+
 } // namespace
 
 bool NumericArray::dense(std::uint32_t logical) const
@@ -133,30 +154,73 @@ std::uint32_t NumericArray::logicalOfPhysical(std::size_t rank) const
             return logical;
 }
 
+bool NumericArray::isDenseRun(const int* ids, std::size_t count) const
+{
+    const std::size_t first = ids ? firstOf(ids, count) : 0;
+    return first <= marks.size() && count <= marks.size() - first && (!ids || isRun(ids, count));
+}
+
+void NumericArray::markRun(std::size_t first, std::size_t count)
+{
+    if (occupied - far.size() == marks.size())
+        return;
+    const auto begin = marks.begin() + static_cast<std::ptrdiff_t>(first);
+    const auto end = begin + static_cast<std::ptrdiff_t>(count);
+    occupied += static_cast<std::size_t>(std::count(begin, end, std::uint8_t{0}));
+    std::fill(begin, end, std::uint8_t{1});
+}
+
+template <class Number>
+void NumericArray::gatherNumbers(const int* ids, std::size_t count, Number* out) const
+{
+    if (isDenseRun(ids, count)) {
+        const std::size_t first = ids ? firstOf(ids, count) : 0;
+        if (single)
+            copyNumbers(floats.data() + first, count, out);
+        else
+            copyNumbers(doubles.data() + first, count, out);
+        return;
+    }
+    for (std::size_t i = 0; i < count; ++i)
+        out[i] = static_cast<Number>(
+            get(ids ? static_cast<std::uint32_t>(ids[i]) : static_cast<std::uint32_t>(i)));
+}
+
+template <class Number>
+void NumericArray::scatterNumbers(const int* ids, std::size_t count, const Number* values)
+{
+    if (isDenseRun(ids, count)) {
+        const std::size_t first = ids ? firstOf(ids, count) : 0;
+        markRun(first, count);
+        if (single)
+            copyNumbers(values, count, floats.data() + first);
+        else
+            copyNumbers(values, count, doubles.data() + first);
+        return;
+    }
+    for (std::size_t i = 0; i < count; ++i)
+        set(ids ? static_cast<std::uint32_t>(ids[i]) : static_cast<std::uint32_t>(i),
+            static_cast<double>(values[i]));
+}
+
 void NumericArray::gather(const int* ids, std::size_t count, double* out) const
 {
-    for (std::size_t i = 0; i < count; ++i)
-        out[i] = get(ids ? static_cast<std::uint32_t>(ids[i]) : static_cast<std::uint32_t>(i));
+    gatherNumbers(ids, count, out);
 }
 
 void NumericArray::gather(const int* ids, std::size_t count, float* out) const
 {
-    for (std::size_t i = 0; i < count; ++i)
-        out[i] =
-            static_cast<float>(get(ids ? static_cast<std::uint32_t>(ids[i]) : static_cast<std::uint32_t>(i)));
+    gatherNumbers(ids, count, out);
 }
 
 void NumericArray::scatter(const int* ids, std::size_t count, const double* values)
 {
-    for (std::size_t i = 0; i < count; ++i)
-        set(ids ? static_cast<std::uint32_t>(ids[i]) : static_cast<std::uint32_t>(i), values[i]);
+    scatterNumbers(ids, count, values);
 }
 
 void NumericArray::scatter(const int* ids, std::size_t count, const float* values)
 {
-    for (std::size_t i = 0; i < count; ++i)
-        set(ids ? static_cast<std::uint32_t>(ids[i]) : static_cast<std::uint32_t>(i),
-            static_cast<double>(values[i]));
+    scatterNumbers(ids, count, values);
 }
 
 } // namespace host

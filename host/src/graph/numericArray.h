@@ -35,6 +35,7 @@ public:
     bool singlePrecision() const { return single; }
 
     /// Bulk access, out[i] = get(ids[i]); ids == nullptr means 0 ... count-1. Nothing is created by reading.
+    /// Ids that follow one another are copied as a block.
     void gather(const int* ids, std::size_t count, double* out) const;
     void gather(const int* ids, std::size_t count, float* out) const;
     /// Bulk write, set(ids[i], values[i]).
@@ -42,6 +43,12 @@ public:
     void scatter(const int* ids, std::size_t count, const float* values);
 
 private:
+    template <class Number>
+    void gatherNumbers(const int* ids, std::size_t count, Number* out) const;
+    template <class Number>
+    void scatterNumbers(const int* ids, std::size_t count, const Number* values);
+    bool isDenseRun(const int* ids, std::size_t count) const;
+    void markRun(std::size_t first, std::size_t count);
     bool dense(std::uint32_t logical) const;
     void grow(std::uint32_t logical);
 

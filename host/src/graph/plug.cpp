@@ -27,16 +27,6 @@ Node& Plug::alive() const
     return *owner;
 }
 
-bool Plug::isArray() const
-{
-    return definition && definition->flags.array && indices[definition->ownIndexSlot()] == kNoIndex;
-}
-
-bool Plug::isElement() const
-{
-    return definition && definition->flags.array && indices[definition->ownIndexSlot()] != kNoIndex;
-}
-
 bool Plug::isCompound() const
 {
     return definition && definition->type == AttributeType::kCompound;
@@ -45,11 +35,6 @@ bool Plug::isCompound() const
 bool Plug::isChild() const
 {
     return definition && definition->parent;
-}
-
-std::uint32_t Plug::logicalIndex() const
-{
-    return isElement() ? indices[definition->ownIndexSlot()] : kNoIndex;
 }
 
 bool Plug::isResolved() const

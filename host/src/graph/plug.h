@@ -41,11 +41,22 @@ public:
     }
 
     /// The attribute is an array and this plug has not chosen the element yet.
-    bool isArray() const;
-    bool isElement() const;             ///< the attribute is an array and the element is chosen
-    bool isCompound() const;            ///< an element of a compound array, or a plain compound
-    bool isChild() const;               ///< the attribute is the child of a compound
-    std::uint32_t logicalIndex() const; ///< of an element
+    bool isArray() const
+    {
+        return definition && definition->flags.array && indices[definition->ownIndexSlot()] == kNoIndex;
+    }
+    /// The attribute is an array and the element is chosen.
+    bool isElement() const
+    {
+        return definition && definition->flags.array && indices[definition->ownIndexSlot()] != kNoIndex;
+    }
+    bool isCompound() const; ///< an element of a compound array, or a plain compound
+    bool isChild() const;    ///< the attribute is the child of a compound
+    /// Of an element.
+    std::uint32_t logicalIndex() const
+    {
+        return isElement() ? indices[definition->ownIndexSlot()] : kNoIndex;
+    }
     /// Whether every array on the way down to (excluding own) has an index, so that a value can be reached.
     bool isResolved() const;
 

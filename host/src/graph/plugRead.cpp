@@ -220,8 +220,7 @@ bool Plug::hasStored() const
         if (definition->flags.weightRows)
             return skin->hasRow(logicalIndex());
         const unsigned own = definition->ownIndexSlot();
-        return isArray() ? skin->row(indices[own - 1]).begin != skin->row(indices[own - 1]).end
-                         : skin->has(indices[own - 1], indices[own]);
+        return isArray() ? skin->row(indices[own - 1]).count > 0 : skin->has(indices[own - 1], indices[own]);
     }
     return slot->holdsValue();
 }
@@ -246,9 +245,8 @@ std::vector<std::uint32_t> Plug::storedIndices() const
             if (skin->hasRow(row))
                 result.push_back(row);
     } else if (skin) {
-        const WeightRows::Span span = skin->row(indices[definition->ownIndexSlot() - 1]);
-        for (const WeightRows::Entry* entry = span.begin; entry != span.end; ++entry)
-            result.push_back(entry->column);
+        for (const WeightRows::Entry entry : skin->row(indices[definition->ownIndexSlot() - 1]))
+            result.push_back(entry.column);
     }
     return result;
 }

@@ -29,9 +29,8 @@ void copyRow(const WeightRows& from, WeightRows& to, std::uint32_t row)
     if (!from.hasRow(row))
         return;
     to.touchRow(row);
-    const WeightRows::Span span = from.row(row);
-    for (const WeightRows::Entry* entry = span.begin; entry != span.end; ++entry)
-        to.set(row, entry->column, entry->weight);
+    for (const WeightRows::Entry entry : from.row(row))
+        to.set(row, entry.column, entry.weight);
 }
 
 bool isWholeRows(const Plug& plug)

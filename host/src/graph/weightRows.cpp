@@ -1,147 +1,157 @@
 #include "graph/weightRows.h"
 
-#include <algorithm>
-
 namespace host {
 
 namespace {
 
-template <class Entry>
-Entry* lowerBound(Entry* first, Entry* last, std::uint32_t column)
+/// The place of a column in a row, or where it would be.
+std::size_t placeOf(WeightRows::Span span, std::uint32_t column)
 {
-    while (first != last && first->column < column)
-        ++first;
-    return first;
+    std::size_t place = 0;
+    while (place < span.count && span.columns[place] < column)
+        ++place;
+    return place;
+}
+
+bool isAt(WeightRows::Span span, std::size_t place, std::uint32_t column)
+{
+    return place < span.count && span.columns[place] == column;
+}
+
+template <class Number>
+void insertAt(Number* values, std::size_t count, std::size_t place, Number value)
+{
+    std::copy_backward(values + place, values + count, values + count + 1);
+    values[place] = value;
+}
+
+template <class Number>
+void insertAt(std::vector<Number>& values, std::size_t place, Number value)
+{
+    values.insert(values.begin() + static_cast<std::ptrdiff_t>(place), value);
+}
+
+template <class Number>
+void eraseAt(std::vector<Number>& values, std::size_t place)
+{
+    values.erase(values.begin() + static_cast<std::ptrdiff_t>(place));
 }
 
 } // namespace
 
-WeightRows::WeightRows(const WeightRows& other) : rows(other.rows.size()), existing(other.existing)
+WeightRows::Span WeightRows::longSpan(std::uint32_t row) const
 {
-    for (std::size_t row = 0; row < rows.size(); ++row) {
-        const Row& from = other.rows[row];
-        Row& to = rows[row];
-        to.count = from.count;
-        to.exists = from.exists;
-        if (from.count > kInline) {
-            to.capacity = from.count;
-            to.heap = std::make_unique<Entry[]>(from.count);
-        }
-        std::copy_n(from.entries(), from.count, to.entries());
-    }
+    const LongRow& entries = longRows[columns[row * std::size_t{kInline}]];
+    return {entries.weights.data(), entries.columns.data(), entries.columns.size()};
 }
 
 double WeightRows::get(std::uint32_t row, std::uint32_t column) const
 {
     const Span span = this->row(row);
-    const Entry* entry = lowerBound(span.begin, span.end, column);
-    return entry != span.end && entry->column == column ? entry->weight : 0.0;
+    const std::size_t place = placeOf(span, column);
+    return isAt(span, place, column) ? span.weights[place] : 0.0;
 }
 
 bool WeightRows::has(std::uint32_t row, std::uint32_t column) const
 {
     const Span span = this->row(row);
-    const Entry* entry = lowerBound(span.begin, span.end, column);
-    return entry != span.end && entry->column == column;
-}
-
-bool WeightRows::hasRow(std::uint32_t row) const
-{
-    return row < rows.size() && rows[row].exists;
+    return isAt(span, placeOf(span, column), column);
 }
 
 void WeightRows::set(std::uint32_t row, std::uint32_t column, double value)
 {
     touchRow(row);
-    Row& target = rows[row];
-    Entry* begin = target.entries();
-    Entry* at = lowerBound(begin, begin + target.count, column);
-    if (at != begin + target.count && at->column == column) {
-        at->weight = value;
+    const Span span = this->row(row);
+    const std::size_t place = placeOf(span, column);
+    if (isAt(span, place, column)) {
+        const_cast<double*>(span.weights)[place] = value;
         return;
     }
-    const auto position = static_cast<std::size_t>(at - begin);
-    if (target.count == target.capacity) {
-        auto larger = std::make_unique<Entry[]>(std::size_t{target.capacity} * 2);
-        std::copy_n(begin, target.count, larger.get());
-        target.heap = std::move(larger);
-        target.capacity *= 2;
-        begin = target.entries();
+    if (states[row] == kInline)
+        makeLong(row);
+    if (states[row] == kLong) {
+        insertAt(longRow(row).weights, place, value);
+        insertAt(longRow(row).columns, place, column);
+        return;
     }
-    std::copy_backward(begin + position, begin + target.count, begin + target.count + 1);
-    begin[position] = Entry{value, column};
-    ++target.count;
+    insertAt(&weights[row * std::size_t{kInline}], span.count, place, value);
+    insertAt(&columns[row * std::size_t{kInline}], span.count, place, column);
+    ++states[row];
+}
+
+void WeightRows::makeLong(std::uint32_t row)
+{
+    const Span span = this->row(row);
+    LongRow entries{{span.weights, span.weights + span.count}, {span.columns, span.columns + span.count}};
+    std::uint32_t place = static_cast<std::uint32_t>(longRows.size());
+    if (unused.empty()) {
+        longRows.push_back(std::move(entries));
+    } else {
+        place = unused.back();
+        unused.pop_back();
+        longRows[place] = std::move(entries);
+    }
+    states[row] = kLong;
+    columns[row * std::size_t{kInline}] = place;
 }
 
 void WeightRows::erase(std::uint32_t row, std::uint32_t column)
 {
-    if (!has(row, column))
+    const Span span = this->row(row);
+    const std::size_t place = placeOf(span, column);
+    if (!isAt(span, place, column))
         return;
-    Row& target = rows[row];
-    Entry* end = target.entries() + target.count;
-    Entry* at = lowerBound(target.entries(), end, column);
-    std::copy(at + 1, end, at);
-    --target.count;
-}
-
-void WeightRows::store(std::uint32_t row, const std::vector<std::uint32_t>& columns, const double* values)
-{
-    // Rows are mostly written whole, in the order in which they are kept.
-    std::size_t next = 0;
-    if (row < rows.size()) {
-        Row& target = rows[row];
-        const std::size_t both = std::min<std::size_t>(target.count, columns.size());
-        Entry* const entries = target.entries();
-        for (; next < both && entries[next].column == columns[next] && values[next] != 0.0; ++next)
-            entries[next].weight = values[next];
+    if (states[row] == kLong) {
+        eraseAt(longRow(row).weights, place);
+        eraseAt(longRow(row).columns, place);
+        return;
     }
-    for (; next < columns.size(); ++next)
-        store(row, columns[next], values[next]);
-}
-
-void WeightRows::store(std::uint32_t row, std::uint32_t column, double value)
-{
-    if (value != 0.0)
-        set(row, column, value);
-    else if (get(row, column) != 0.0)
-        erase(row, column);
+    const std::size_t first = row * std::size_t{kInline};
+    std::copy(&weights[first] + place + 1, &weights[first] + span.count, &weights[first] + place);
+    std::copy(&columns[first] + place + 1, &columns[first] + span.count, &columns[first] + place);
+    columns[first + span.count - 1] = kNoColumn;
+    --states[row];
 }
 
 void WeightRows::eraseRow(std::uint32_t row)
 {
     if (!hasRow(row))
         return;
-    rows[row] = Row{};
+    const auto own = columns.begin() + static_cast<std::ptrdiff_t>(row * std::size_t{kInline});
+    if (states[row] == kLong) {
+        longRow(row) = {};
+        unused.push_back(*own);
+    }
+    std::fill_n(own, kInline, kNoColumn);
+    states[row] = kMissing;
     --existing;
 }
 
 void WeightRows::touchRow(std::uint32_t row)
 {
-    if (row >= rows.size())
-        rows.resize(std::size_t{row} + 1);
-    if (!rows[row].exists) {
-        rows[row].exists = true;
+    if (row >= states.size()) {
+        const std::size_t count = std::size_t{row} + 1;
+        states.resize(count, kMissing);
+        weights.resize(count * kInline);
+        columns.resize(count * kInline, kNoColumn);
+    }
+    if (states[row] == kMissing) {
+        states[row] = 0;
         ++existing;
     }
 }
 
 void WeightRows::clear()
 {
-    rows.clear();
-    existing = 0;
+    *this = {};
 }
 
 std::uint32_t WeightRows::rowEnd() const
 {
-    for (std::size_t end = rows.size(); end > 0; --end)
-        if (rows[end - 1].exists)
+    for (std::size_t end = states.size(); end > 0; --end)
+        if (states[end - 1] != kMissing)
             return static_cast<std::uint32_t>(end);
     return 0;
-}
-
-std::size_t WeightRows::rowCount() const
-{
-    return existing;
 }
 
 } // namespace host

@@ -7,16 +7,33 @@
 #include "types/api.h"
 #include "types/error.h"
 
+#include <algorithm>
+
 namespace host {
 
 namespace {
 
+/// Whether indices all are points. Without an early end, so that the compiler takes several at a time.
+bool areWithin(const std::vector<int>& indices, std::size_t count)
+{
+    std::uint32_t largest = 0; // a negative index is a large one
+    for (const int index : indices)
+        largest = std::max(largest, static_cast<std::uint32_t>(index));
+    return indices.empty() || largest < count;
+}
+
 /// Points are looked up in what comes into the deformer: asking the shape would deform it at every call.
-std::vector<int> selectedPoints(Node& filter, std::uint32_t index, const Component* component)
+/// Empty when the component reaches beyond.
+PointList selectedPoints(Node& filter, std::uint32_t index, const Component* component)
 {
     const Plug input = filter.plug("input").element(index).child("inputGeometry");
     const auto geometry = std::dynamic_pointer_cast<const Geometry>(input.data());
-    return geometry ? pointIndices(*geometry, component) : std::vector<int>();
+    if (!geometry)
+        return {};
+    if (!component || component->dimension() > 1)
+        return PointList(pointIndices(*geometry, component));
+    const bool within = areWithin(component->elements, static_cast<std::size_t>(pointSizes(*geometry)[0]));
+    return within ? PointList(Ref<const Component>(component)) : PointList();
 }
 
 PointSelection selectionOn(Node& filter, DagNode& shape, std::uint32_t index, const MObject& handle)

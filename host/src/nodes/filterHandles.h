@@ -1,11 +1,12 @@
 #pragma once
 
+#include "selection/pointList.h"
+
 #include <maya/MDagPath.h>
 #include <maya/MFnBase.h>
 #include <maya/MObject.h>
 
 #include <cstdint>
-#include <vector>
 
 namespace host {
 
@@ -21,8 +22,8 @@ Node& filterOf(const MFnBase& set);
 /// transform) and a component (null = all points).
 struct PointSelection {
     DagNode* shape;
-    std::uint32_t index;     ///< logical index of the deformer's geometry
-    std::vector<int> points; ///< in component order
+    std::uint32_t index; ///< logical index of the deformer's geometry
+    PointList points;    ///< in component order
 };
 
 /// Throws when the deformer does not deform the shape or the component is none of its points.

@@ -73,25 +73,31 @@ void write(const MFnBase& set, const MDagPath& path, const MObject& components, 
         all(before, *oldValues);
 }
 
-template <class Array>
-host::SkinWeightChange changeOf(const MIntArray& influences, const Array& values, bool normalize)
+std::vector<std::uint32_t> columnsOf(const MIntArray& influences)
+{
+    std::vector<std::uint32_t> columns;
+    for (unsigned int i = 0; i < influences.length(); ++i)
+        columns.push_back(static_cast<std::uint32_t>(influences[i]));
+    return columns;
+}
+
+/// The values stay the caller's.
+host::SkinWeightChange changeOf(std::vector<std::uint32_t> influences, const double* values,
+                                std::size_t valueCount, bool normalize)
 {
     host::SkinWeightChange change;
+    change.influences = std::move(influences);
+    change.values = values;
+    change.valueCount = valueCount;
     change.normalize = normalize;
-    for (unsigned int i = 0; i < influences.length(); ++i)
-        change.influences.push_back(static_cast<std::uint32_t>(influences[i]));
-    change.values.resize(values.length());
-    values.get(change.values.data());
     return change;
 }
 
-host::SkinWeightChange changeOf(unsigned int influence, double value, bool normalize)
+/// All elements as one block; null when there are none.
+template <class Array>
+auto* dataOf(Array& values)
 {
-    host::SkinWeightChange change;
-    change.normalize = normalize;
-    change.influences.push_back(influence);
-    change.values.push_back(value);
-    return change;
+    return values.length() > 0 ? &values[0] : nullptr;
 }
 
 } // namespace
@@ -132,10 +138,8 @@ MStatus MFnSkinCluster::getWeights(const MDagPath& path, const MObject& componen
 MStatus MFnSkinCluster::getWeights(const MDagPath& path, const MObject& components,
                                    MIntArray& influenceIndices, MDoubleArray& weights) const
 {
-    return host::statusOf([&] {
-        const auto columns = changeOf(influenceIndices, MDoubleArray(), false).influences;
-        pick(readAll(*this, path, components), columns, weights);
-    });
+    return host::statusOf(
+        [&] { pick(readAll(*this, path, components), columnsOf(influenceIndices), weights); });
 }
 
 MStatus MFnSkinCluster::getWeights(const MDagPath& path, const MObject& components,
@@ -158,15 +162,17 @@ MStatus MFnSkinCluster::setWeights(const MDagPath& path, const MObject& componen
                                    double value, bool normalize, MDoubleArray* oldValues)
 {
     return host::statusOf(
-        [&] { write(*this, path, components, changeOf(jointIndex, value, normalize), oldValues); });
+        [&] { write(*this, path, components, changeOf({jointIndex}, &value, 1, normalize), oldValues); });
 }
 
 MStatus MFnSkinCluster::setWeights(const MDagPath& path, const MObject& components,
                                    MIntArray& influenceIndices, MDoubleArray& values, bool normalize,
                                    MDoubleArray* oldValues)
 {
-    return host::statusOf(
-        [&] { write(*this, path, components, changeOf(influenceIndices, values, normalize), oldValues); });
+    return host::statusOf([&] {
+        write(*this, path, components,
+              changeOf(columnsOf(influenceIndices), dataOf(values), values.length(), normalize), oldValues);
+    });
 }
 
 MStatus MFnSkinCluster::setWeights(const MDagPath& path, const MObject& components, unsigned int jointIndex,
@@ -174,15 +180,19 @@ MStatus MFnSkinCluster::setWeights(const MDagPath& path, const MObject& componen
 {
     const double wide = static_cast<double>(value);
     return host::statusOf(
-        [&] { write(*this, path, components, changeOf(jointIndex, wide, normalize), oldValues); });
+        [&] { write(*this, path, components, changeOf({jointIndex}, &wide, 1, normalize), oldValues); });
 }
 
 MStatus MFnSkinCluster::setWeights(const MDagPath& path, const MObject& components,
                                    MIntArray& influenceIndices, MFloatArray& values, bool normalize,
                                    MFloatArray* oldValues)
 {
-    return host::statusOf(
-        [&] { write(*this, path, components, changeOf(influenceIndices, values, normalize), oldValues); });
+    return host::statusOf([&] {
+        std::vector<double> wide(values.length());
+        values.get(wide.data());
+        write(*this, path, components,
+              changeOf(columnsOf(influenceIndices), wide.data(), wide.size(), normalize), oldValues);
+    });
 }
 
 unsigned int MFnSkinCluster::influenceObjects(MDagPathArray& paths, MStatus* status) const
@@ -213,12 +223,12 @@ MStatus MFnSkinCluster::getBlendWeights(const MDagPath& path, const MObject& com
 {
     return host::statusOf([&] {
         host::Node& skin = host::filterOf(*this);
-        const std::vector<int> points = host::pointSelection(skin, path, components).points;
-        const host::Plug plug = skin.plug("blendWeights");
-        std::vector<double> values(points.size(), 0.0);
-        if (const host::NumericArray* stored = plug.numbers())
-            stored->gather(points.data(), points.size(), values.data());
-        weights = MDoubleArray(values.data(), static_cast<unsigned int>(values.size()));
+        const host::PointList points = host::pointSelection(skin, path, components).points;
+        const host::NumericArray* stored = skin.plug("blendWeights").numbers();
+        const auto count = static_cast<unsigned int>(points.size());
+        weights = MDoubleArray(count, 0.0);
+        if (stored && count > 0)
+            stored->gather(points.data(), count, &weights[0]);
     });
 }
 
@@ -227,14 +237,12 @@ MStatus MFnSkinCluster::setBlendWeights(const MDagPath& path, const MObject& com
 {
     return host::statusOf([&] {
         host::Node& skin = host::filterOf(*this);
-        const std::vector<int> points = host::pointSelection(skin, path, components).points;
+        const host::PointList points = host::pointSelection(skin, path, components).points;
         const host::Plug plug = skin.plug("blendWeights");
         if (plug.isLocked() || plug.isFed())
             throw host::Error("'" + plug.name() + "' is locked or has an incoming connection.");
         const std::size_t count = std::min<std::size_t>(points.size(), weights.length());
-        std::vector<double> values(weights.length());
-        weights.get(values.data());
-        plug.makeNumbers().scatter(points.data(), count, values.data());
+        plug.makeNumbers().scatter(points.data(), count, dataOf(const_cast<MDoubleArray&>(weights)));
         plug.changed();
     });
 }

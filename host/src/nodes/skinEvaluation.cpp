@@ -80,14 +80,14 @@ public:
         const double x = world.x, y = world.y, z = world.z;
         Pair movedXY = {0.0, 0.0};
         double movedZ = 0.0, weight = 0.0;
-        for (const WeightRows::Entry* entry = row.begin; entry != row.end; ++entry) {
-            const double* const m = entry->column < motions.size() ? motions[entry->column] : nullptr;
+        for (const WeightRows::Entry entry : row) {
+            const double* const m = entry.column < motions.size() ? motions[entry.column] : nullptr;
             if (!m)
                 continue;
             movedXY +=
-                entry->weight * (x * pairAt(m) + y * pairAt(m + 4) + z * pairAt(m + 8) + pairAt(m + 12));
-            movedZ += entry->weight * (x * m[2] + y * m[6] + z * m[10] + m[14]);
-            weight += entry->weight;
+                entry.weight * (x * pairAt(m) + y * pairAt(m + 4) + z * pairAt(m + 8) + pairAt(m + 12));
+            movedZ += entry.weight * (x * m[2] + y * m[6] + z * m[10] + m[14]);
+            weight += entry.weight;
         }
         return {V3d(movedXY[0], movedXY[1], movedZ), weight};
     }
@@ -138,18 +138,18 @@ struct SkinJob {
 double usedWeight(const SkinPose& pose, WeightRows::Span row)
 {
     double sum = 0.0;
-    for (const WeightRows::Entry* entry = row.begin; entry != row.end; ++entry)
-        if (find(pose, entry->column))
-            sum += entry->weight;
+    for (const WeightRows::Entry entry : row)
+        if (find(pose, entry.column))
+            sum += entry.weight;
     return sum;
 }
 
 V3d linearPoint(const SkinPose& pose, WeightRows::Span row, double scale, const V3d& world)
 {
     V3d result(0.0);
-    for (const WeightRows::Entry* entry = row.begin; entry != row.end; ++entry)
-        if (const SkinInfluence* influence = find(pose, entry->column))
-            result += scale * entry->weight * transformed(world, influence->motion);
+    for (const WeightRows::Entry entry : row)
+        if (const SkinInfluence* influence = find(pose, entry.column))
+            result += scale * entry.weight * transformed(world, influence->motion);
     return result;
 }
 
@@ -157,23 +157,23 @@ V3d dualQuaternionPoint(const SkinPose& pose, WeightRows::Span row, const V3d& w
 {
     const SkinInfluence* pivot = nullptr;
     double largest = 0.0;
-    for (const WeightRows::Entry* entry = row.begin; entry != row.end; ++entry) {
-        const SkinInfluence* influence = find(pose, entry->column);
-        if (influence && (!pivot || entry->weight > largest)) {
+    for (const WeightRows::Entry entry : row) {
+        const SkinInfluence* influence = find(pose, entry.column);
+        if (influence && (!pivot || entry.weight > largest)) {
             pivot = influence;
-            largest = entry->weight;
+            largest = entry.weight;
         }
     }
     if (!pivot)
         return world;
     DualQuaternion blended;
     blended.real = Imath::Quatd(0.0, 0.0, 0.0, 0.0);
-    for (const WeightRows::Entry* entry = row.begin; entry != row.end; ++entry)
-        if (const SkinInfluence* influence = find(pose, entry->column)) {
+    for (const WeightRows::Entry entry : row)
+        if (const SkinInfluence* influence = find(pose, entry.column)) {
             const Imath::Quatd& a = influence->rigid.real;
             const Imath::Quatd& b = pivot->rigid.real;
             const bool opposite = a.r * b.r + a.v.dot(b.v) < 0.0;
-            blended.add(influence->rigid, opposite ? -entry->weight : entry->weight);
+            blended.add(influence->rigid, opposite ? -entry.weight : entry.weight);
         }
     return blended.transform(world);
 }

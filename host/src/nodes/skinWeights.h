@@ -1,5 +1,8 @@
 #pragma once
 
+#include "selection/pointList.h"
+
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -23,14 +26,16 @@ struct SkinInfluences {
 };
 
 /// Weights of the points, vertex-major, all influences in physical order.
-std::vector<double> skinWeights(Node& skin, const SkinInfluences& influences, const std::vector<int>& points);
+std::vector<double> skinWeights(Node& skin, const SkinInfluences& influences, const PointList& points);
 
 /// A change of the weights of some influences on some points.
 struct SkinWeightChange {
-    std::vector<int> points;
+    PointList points;
     std::vector<std::uint32_t> influences; ///< physical; a repeated one counts as it was listed last
-    std::vector<double> values; ///< one per influence, or one per point and influence, vertex-major
-    bool normalize = true;      ///< make room for the new weights; not when the skin does not normalize
+    /// One per influence, or one per point and influence, vertex-major. The caller keeps them.
+    const double* values = nullptr;
+    std::size_t valueCount = 0;
+    bool normalize = true; ///< make room for the new weights; not when the skin does not normalize
 };
 
 /// Writes the weights. When normalizing, with s the sum of the new weights, L that of the other locked

@@ -281,9 +281,9 @@ void MaNodeWriter::weightRows(const Plug& plug)
         open("", indexed(path, first, last) + "." + plug.attribute()->children.front()->shortName);
         for (std::uint32_t row = first; row <= last; ++row) {
             const WeightRows::Span span = rows->row(row);
-            out += "\n\t\t" + std::to_string(span.end - span.begin);
-            for (const WeightRows::Entry* entry = span.begin; entry != span.end; ++entry)
-                out += " " + std::to_string(entry->column) + " " + maNumber(entry->weight);
+            out += "\n\t\t" + std::to_string(span.count);
+            for (const WeightRows::Entry entry : span)
+                out += " " + std::to_string(entry.column) + " " + maNumber(entry.weight);
         }
         close();
     });

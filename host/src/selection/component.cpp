@@ -37,29 +37,6 @@ int distinctCvs(int stored, int form, int degree)
     return form == kPeriodic ? std::max(0, stored - degree) : stored;
 }
 
-/// How many points a geometry has in each index direction of its point components.
-std::array<int, 3> pointSizes(const Geometry& geometry)
-{
-    switch (geometry.kind()) {
-    case Geometry::Kind::kMesh:
-        return {static_cast<int>(geometry.count()), 0, 0};
-    case Geometry::Kind::kCurve: {
-        const auto& curve = static_cast<const CurveData&>(geometry);
-        return {distinctCvs(static_cast<int>(curve.count()), curve.form, curve.degree), 0, 0};
-    }
-    case Geometry::Kind::kSurface: {
-        const auto& surface = static_cast<const SurfaceData&>(geometry);
-        return {distinctCvs(surface.numU, surface.formU, surface.degreeU),
-                distinctCvs(surface.numV, surface.formV, surface.degreeV), 0};
-    }
-    case Geometry::Kind::kLattice: {
-        const auto& lattice = static_cast<const LatticeData&>(geometry);
-        return {lattice.s, lattice.t, lattice.u};
-    }
-    }
-    return {0, 0, 0};
-}
-
 MFn::Type pointType(const Geometry& geometry)
 {
     switch (geometry.kind()) {
@@ -169,6 +146,28 @@ MFn::Type pointComponentType(const DagNode& shape)
     default:
         return MFn::kInvalid;
     }
+}
+
+std::array<int, 3> pointSizes(const Geometry& geometry)
+{
+    switch (geometry.kind()) {
+    case Geometry::Kind::kMesh:
+        return {static_cast<int>(geometry.count()), 0, 0};
+    case Geometry::Kind::kCurve: {
+        const auto& curve = static_cast<const CurveData&>(geometry);
+        return {distinctCvs(static_cast<int>(curve.count()), curve.form, curve.degree), 0, 0};
+    }
+    case Geometry::Kind::kSurface: {
+        const auto& surface = static_cast<const SurfaceData&>(geometry);
+        return {distinctCvs(surface.numU, surface.formU, surface.degreeU),
+                distinctCvs(surface.numV, surface.formV, surface.degreeV), 0};
+    }
+    case Geometry::Kind::kLattice: {
+        const auto& lattice = static_cast<const LatticeData&>(geometry);
+        return {lattice.s, lattice.t, lattice.u};
+    }
+    }
+    return {0, 0, 0};
 }
 
 std::array<int, 3> componentSizes(DagNode& shape, MFn::Type componentType)

@@ -51,6 +51,8 @@ MFn::Type pointComponentType(const DagNode& shape);
 /// has no geometry or no such components. A periodic curve or surface has no components for the CVs that
 /// repeat its first ones.
 std::array<int, 3> componentSizes(DagNode& shape, MFn::Type componentType);
+/// How many point components a geometry has in each index direction.
+std::array<int, 3> pointSizes(const Geometry& geometry);
 /// All control points of a shape, ascending.
 Ref<Component> allPoints(DagNode& shape);
 /// Point indices (Geometry order) of a point component's elements, in element order. Elements outside the

@@ -49,6 +49,37 @@ TEST(NumericArrays, BehaveAsAMapWithADefault)
         EXPECT_EQ(read[i], static_cast<double>(written[i]));
 }
 
+/// Blocks are copied as such where the indices follow one another; nobody may notice.
+TEST(NumericArrays, ManyElementsAtOnceAreAsOneByOne)
+{
+    const std::vector<std::vector<int>> lists = {{0, 1, 2, 3}, {40, 41, 42}, {98, 99, 100, 101}, {7},
+                                                 {7, 6, 5},    {5, 5, 6},    {10, 11, 13, 12},   {}};
+    for (const bool single : {true, false}) {
+        NumericArray array(1.0, single), oneByOne(1.0, single);
+        for (std::uint32_t index = 0; index < 100; index += 3) {
+            array.set(index, 0.5);
+            oneByOne.set(index, 0.5);
+        }
+        double next = 0.1;
+        for (const std::vector<int>& list : lists) {
+            std::vector<double> values;
+            for (std::size_t k = 0; k < list.size(); ++k) {
+                values.push_back(next += 0.1);
+                oneByOne.set(static_cast<std::uint32_t>(list[k]), values.back());
+            }
+            array.scatter(list.data(), list.size(), values.data());
+            ASSERT_EQ(array.indices(), oneByOne.indices());
+            ASSERT_EQ(array.size(), oneByOne.size());
+            std::vector<float> read(list.size());
+            array.gather(list.data(), list.size(), read.data());
+            for (std::size_t k = 0; k < list.size(); ++k)
+                ASSERT_EQ(read[k], static_cast<float>(oneByOne.get(static_cast<std::uint32_t>(list[k]))));
+            for (std::uint32_t index = 0; index < 110; ++index)
+                ASSERT_EQ(array.get(index), oneByOne.get(index));
+        }
+    }
+}
+
 TEST(SkinWeightRows, BehaveAsAMapOfMaps)
 {
     std::mt19937 random(3);
@@ -93,11 +124,11 @@ TEST(SkinWeightRows, BehaveAsAMapOfMaps)
     for (std::uint32_t row = 0; row < 41; ++row) {
         ASSERT_EQ(copy.hasRow(row), model.count(row) != 0);
         const WeightRows::Span span = copy.row(row);
-        ASSERT_EQ(static_cast<std::size_t>(span.end - span.begin), model[row].size());
-        const WeightRows::Entry* entry = span.begin;
-        for (const auto& expected : model[row]) {
-            EXPECT_EQ(entry->column, expected.first);
-            EXPECT_EQ((entry++)->weight, expected.second);
+        ASSERT_EQ(span.count, model[row].size());
+        auto expected = model[row].begin();
+        for (const WeightRows::Entry entry : span) {
+            EXPECT_EQ(entry.column, expected->first);
+            EXPECT_EQ((expected++)->second, entry.weight);
         }
     }
 }

@@ -52,6 +52,20 @@ TEST_F(GraphTest, ChangesPassThroughAttributesThatOnlyHandOn)
     EXPECT_EQ(number("x.sum"), 2) << "the second child of a compound that changed before";
 }
 
+TEST_F(GraphTest, EveryWriteAfterAReadIsSeen)
+{
+    make("holder", "h");
+    make("adder", "x");
+    connect("h.weight[3]", "x.a");
+    for (int round = 1; round < 4; ++round) {
+        set("x.b", 100 * round); // of a root that nothing leads out of
+        set("x.b", 10 * round);
+        set("h.weight[2]", round);
+        set("h.weight[3]", round);
+        EXPECT_EQ(number("x.sum"), 11 * round);
+    }
+}
+
 TEST_F(GraphTest, AFailingNodeFailsItsReadersAndRecovers)
 {
     make("adder", "x");

@@ -114,6 +114,12 @@ TEST_F(PlugApiTest, LockedAndFedPlugsRefuseToBeSet)
     MPlug fed = node.findPlug("weight", true).elementByLogicalIndex(1);
     EXPECT_EQ(fed.setDouble(1.0), MStatus::kFailure);
     EXPECT_EQ(fed.asDouble(), 10.0);
+    MPlug free = node.findPlug("weight", true).elementByLogicalIndex(2);
+    EXPECT_EQ(free.setDouble(1.0), MStatus::kSuccess) << "its neighbour is fed";
+    disconnect("x.sum", "h.weight[1]");
+    EXPECT_EQ(fed.setDouble(1.0), MStatus::kSuccess);
+    connect("x.sum", "h.weight[1]");
+    EXPECT_EQ(fed.setDouble(1.0), MStatus::kFailure) << "fed again, after it was written";
     MPlug lockedPlug = node.findPlug("plain", true);
     EXPECT_TRUE(lockedPlug.isLocked());
     EXPECT_EQ(lockedPlug.setDouble(1.0), MStatus::kFailure);

@@ -16,6 +16,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <numeric>
+#include <random>
+
 namespace {
 
 using namespace testing_support;
@@ -187,6 +191,81 @@ TEST_F(SkinWeights, BlendWeightsUseAsManyAsBothSidesHave)
     MDoubleArray got;
     ASSERT_TRUE(skin.getBlendWeights(path(), points({0, 1, 2, 3}), got));
     EXPECT_EQ(plain(got), (Row{0, 0.75, 0, 0.5}));
+}
+
+/// The rule for one row, whatever way the host goes.
+Row written(Row row, const std::vector<int>& influences, const double* values, bool normalize,
+            const std::vector<bool>& locked)
+{
+    std::vector<bool> listed(row.size(), false);
+    for (std::size_t i = 0; i < influences.size(); ++i) {
+        row[static_cast<std::size_t>(influences[i])] = values[i];
+        listed[static_cast<std::size_t>(influences[i])] = true;
+    }
+    double fixed[2] = {0, 0}, others = 0;
+    for (std::size_t k = 0; k < row.size(); ++k)
+        (listed[k] ? fixed[0] : locked[k] ? fixed[1] : others) += row[k];
+    for (std::size_t k = 0; normalize && others > 0 && k < row.size(); ++k)
+        if (!listed[k] && !locked[k])
+            row[k] *= std::max(0.0, 1.0 - fixed[0] - fixed[1]) / others;
+    return row;
+}
+
+/// Skins of few influences have ways of their own; rows are full, sparse, and change between these.
+TEST_F(Weights, RandomWritesToSkinsOfAnySizeFollowTheRuleToTheLastBit)
+{
+    std::mt19937 random(11);
+    for (std::uint32_t size = 2; size <= 6; ++size) {
+        std::vector<host::DagNode*> joints;
+        std::vector<std::uint32_t> logical;
+        for (std::uint32_t k = 0; k < size; ++k) {
+            joints.push_back(&parts.dag("joint", "joint" + std::to_string(size) + std::to_string(k)));
+            logical.push_back(2 * k + 1);
+        }
+        host::DagNode& mesh = parts.mesh({{0, 0, 0}, {1, 0, 0}, {2, 0, 0}}, "mesh" + std::to_string(size));
+        host::Node& node = parts.skin(mesh, joints, logical);
+        MFnSkinCluster skin(Api::wrap(&node));
+        std::vector<Row> model(3, Row(size, 0.0));
+        std::vector<bool> locked(size, false);
+        for (int round = 0; round < 400; ++round) {
+            if (random() % 40 == 0) {
+                const std::uint32_t which = random() % size;
+                locked[which] = !locked[which];
+                node.plug("lockWeights").element(logical[which]).setNumber(locked[which] ? 1.0 : 0.0);
+            }
+            std::vector<int> influences(size);
+            std::iota(influences.begin(), influences.end(), 0);
+            if (random() % 3 != 0) {
+                std::shuffle(influences.begin(), influences.end(), random);
+                influences.resize(random() % 2 == 0 ? 1 : 1 + random() % size);
+            }
+            const std::vector<int> ids =
+                random() % 2 == 0 ? std::vector<int>{0, 1, 2} : std::vector<int>{2, 0};
+            const bool each = random() % 3 != 0, normalize = random() % 4 != 0;
+            std::vector<double> values(influences.size() * (each ? ids.size() : 1));
+            for (double& value : values)
+                value = random() % 6 == 0 ? static_cast<double>(random() % 2) : random() % 1000 / 1000.0;
+            for (std::size_t i = 0; i < ids.size(); ++i) {
+                Row& row = model[static_cast<std::size_t>(ids[i])];
+                row = written(row, influences, &values[each ? i * influences.size() : 0], normalize, locked);
+            }
+            MIntArray which(influences.data(), static_cast<unsigned>(influences.size()));
+            MDoubleArray what(values.data(), static_cast<unsigned>(values.size()));
+            ASSERT_TRUE(skin.setWeights(Api::path(&mesh), Api::wrap(host::pointComponent(mesh, ids).get()),
+                                        which, what, normalize));
+            MDoubleArray read;
+            unsigned count = 0;
+            ASSERT_TRUE(skin.getWeights(Api::path(&mesh), MObject(), read, count));
+            for (std::size_t point = 0; point < model.size(); ++point)
+                for (std::uint32_t k = 0; k < size; ++k) {
+                    const double weight = model[point][k];
+                    ASSERT_EQ(read[static_cast<unsigned>(point * size + k)], weight) << size << " " << round;
+                    ASSERT_EQ(
+                        node.plug("weightList").rows()->has(static_cast<std::uint32_t>(point), logical[k]),
+                        weight != 0.0);
+                }
+        }
+    }
 }
 
 class ClusterWeights : public Weights {

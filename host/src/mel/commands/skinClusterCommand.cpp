@@ -222,12 +222,10 @@ mel::StringArray weightedInfluences(Node& skin)
 {
     std::set<std::uint32_t> columns;
     if (const WeightRows* const rows = skin.plug("weightList").rows())
-        for (std::uint32_t row = 0; row < rows->rowEnd(); ++row) {
-            const WeightRows::Span span = rows->row(row);
-            for (const WeightRows::Entry* entry = span.begin; entry != span.end; ++entry)
-                if (entry->weight != 0.0)
-                    columns.insert(entry->column);
-        }
+        for (std::uint32_t row = 0; row < rows->rowEnd(); ++row)
+            for (const WeightRows::Entry entry : rows->row(row))
+                if (entry.weight != 0.0)
+                    columns.insert(entry.column);
     mel::StringArray names;
     for (const Influence& influence : influencesOf(skin))
         if (columns.count(influence.logical) != 0)
@@ -287,7 +285,7 @@ void removeInfluence(Session& session, Node& skin, const std::string& name)
                 const double gone = rows.get(row, influence.logical);
                 rows.erase(row, influence.logical);
                 const WeightRows::Span span = rows.row(row);
-                const std::vector<WeightRows::Entry> rest(span.begin, span.end);
+                const std::vector<WeightRows::Entry> rest(span.begin(), span.end());
                 double sum = 0;
                 for (const WeightRows::Entry& entry : rest)
                     sum += entry.weight;
