@@ -2,6 +2,8 @@
 
 #include "graph/weightRows.h"
 
+#include <algorithm>
+#include <array>
 #include <map>
 #include <random>
 
@@ -84,9 +86,11 @@ TEST(SkinWeightRows, BehaveAsAMapOfMaps)
 {
     std::mt19937 random(3);
     WeightRows rows;
+    const std::array<std::uint32_t, 3> few = {2, 5, 7};
     std::map<std::uint32_t, std::map<std::uint32_t, double>> model;
     for (int round = 0; round < 20000; ++round) {
-        const std::uint32_t row = random() % 40, column = random() % 12;
+        const std::uint32_t row = random() % 40;
+        const std::uint32_t column = row < 30 ? random() % 12 : few[random() % 3];
         const double value = random() % 100 / 10.0;
         switch (random() % 8) {
         case 0:
@@ -101,16 +105,25 @@ TEST(SkinWeightRows, BehaveAsAMapOfMaps)
             }
             break;
         case 2: {
-            // Three elements at once; a zero takes away what is not zero, and leaves zeros that exist.
-            const double values[] = {value, random() % 3 / 2.0, random() % 3 / 2.0};
-            const std::vector<std::uint32_t> columns = {column, column + row % 2, column + 2};
-            rows.store(row, columns, values);
-            for (std::size_t k = 0; k < 3; ++k) {
-                if (values[k] != 0.0)
-                    model[row][columns[k]] = values[k];
-                else if (model.count(row) && model[row].count(columns[k]) && model[row][columns[k]] != 0.0)
-                    model[row].erase(columns[k]);
+            // The whole of a row of few columns at once: zeros in it are missing entries.
+            const auto view = rows.shortRows(few);
+            double full[3];
+            const bool plain = model.count(row) != 0 && row >= 30 &&
+                               std::none_of(model[row].begin(), model[row].end(),
+                                            [](const auto& e) { return e.second == 0.0; });
+            if (row >= 30) {
+                ASSERT_EQ(view.read(row, full), plain);
             }
+            if (!plain)
+                break;
+            for (std::size_t k = 0; k < 3; ++k) {
+                ASSERT_EQ(full[k], model[row].count(few[k]) != 0 ? model[row][few[k]] : 0.0);
+                full[k] = random() % 3 / 2.0;
+                model[row].erase(few[k]);
+                if (full[k] != 0.0)
+                    model[row][few[k]] = full[k];
+            }
+            view.write(row, full);
             break;
         }
         default:
