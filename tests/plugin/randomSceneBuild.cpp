@@ -171,7 +171,7 @@ void RandomScene::buildLayers()
     edit("-ngLayer paint");
     model.setDeformer("lift");
     model.settings.layer = "paint";
-    layerNames = {"paint", "paint", "paint", "group", "nowhere"};
+    layerNames = {"paint", "paint", "paint", "paint", "group", "nowhere"};
     pairings = {{Mode::kMask, "lift"},      {Mode::kLayerBlend, "lift"}, {Mode::kInfluence, "lift"},
                 {Mode::kMask, "lift"},      {Mode::kLayerBlend, "lift"}, {Mode::kInfluence, "lift"},
                 {Mode::kInfluence, "lift"}, {Mode::kSkin, "lift"},       {Mode::kBlend, "lift"},

@@ -49,7 +49,6 @@ public:
     void step();
     void compare(const std::string& what);
     void comparePoints(const std::string& what);
-    static bool alike(const Weights& a, const Weights& b);
     static bool same(const Weights& a, const Weights& b);
     std::string where() const;
 
@@ -211,7 +210,7 @@ void RandomTool::change()
         return setting ? "true" : "false";
     };
     const int kind = below(10);
-    if (kind < 6) {
+    if (kind < 5) {
         const Pairing& pairing = pairings[nextPairing++ % pairings.size()];
         model.setMode(pairing.mode);
         edit(std::string("-weightMode ") + modeName(pairing.mode));
@@ -223,10 +222,10 @@ void RandomTool::change()
         else
             model.setDeformer(pairing.deformer);
         edit("-deformer " + model.settings.deformer);
-    } else if (kind == 6 && !targetNames.empty()) {
+    } else if (kind < 7 && !targetNames.empty()) {
         model.settings.target = anyOf(targetNames);
         edit("-target " + model.settings.target);
-    } else if (kind == 6 && !layerNames.empty()) {
+    } else if (kind < 7 && !layerNames.empty()) {
         model.settings.layer = anyOf(layerNames);
         edit("-ngLayer " + model.settings.layer);
     } else if (kind == 7) {
@@ -285,11 +284,10 @@ void RandomTool::forth()
 {
     for (int many = 1 + below(6); many > 0 && model.redoCount() > 0 && !HasFatalFailure(); --many) {
         Moment& entry = history[model.undoCount()];
-        const bool fromThere = same(model.scene.weights, entry.before);
+        const bool fromThere = same(model.scene.weights, entry.before), likeLive = model.redoesAlike();
         mel("redo");
         model.redo();
         ++counts["redo"];
-        const bool likeLive = alike(model.scene.weights, entry.live);
         compare("redo");
         // After another redo that was clamped otherwise, undo puts back what the live stroke found.
         entry.now = fromThere ? model.scene.weights : Weights();
@@ -303,12 +301,6 @@ void RandomTool::forth()
 bool RandomTool::same(const Weights& a, const Weights& b)
 {
     return a.numbers == b.numbers && a.skin == b.skin && a.painted == b.painted;
-}
-
-/// Whether they differ by rounding at most.
-bool RandomTool::alike(const Weights& a, const Weights& b)
-{
-    return difference(a, b, std::vector<ModelShape>(a.skin.size()), Tolerance{1e-12, 1e-12, 1e-12}).empty();
 }
 
 /// The model follows the scene's last digits once they have been compared, so that they do not add up.

@@ -293,6 +293,13 @@ void ToolModel::undo()
     }
 }
 
+bool ToolModel::redoesAlike() const
+{
+    const Entry& entry = entries[done];
+    return std::all_of(entry.begin(), entry.end(),
+                       [this](const Step& step) { return !step.strokes || scene.redoesAlike(step.edit); });
+}
+
 void ToolModel::redo()
 {
     const Entry& entry = entries[done++];

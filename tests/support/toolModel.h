@@ -51,6 +51,8 @@ public:
 
     void undo();
     void redo();
+    /// Whether the entry that redo would take again gives what it gave at first, to the last bit.
+    bool redoesAlike() const;
     std::size_t undoCount() const { return done; }
     std::size_t redoCount() const { return entries.size() - done; }
 

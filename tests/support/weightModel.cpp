@@ -349,6 +349,17 @@ void WeightModel::strokeLayer(const EditModel& edit, std::size_t place)
         writeLayer(piece.shape, layer, array.first, array.second);
 }
 
+bool WeightModel::redoesAlike(const EditModel& edit) const
+{
+    for (std::size_t place = 0; place < edit.pieces.size() && !isLayerMode(edit.settings.mode); ++place)
+        for (std::size_t k = 0; k < edit.pieces[place].points.size(); ++k) {
+            const double old = edit.old[place].numbers[k], change = changeAt(edit, edit.pieces[place], k);
+            if (liveWeight(edit.settings, old, change) != redoneWeight(edit.settings, old, change))
+                return false;
+        }
+    return true;
+}
+
 void WeightModel::undoStroke(const EditModel& edit)
 {
     const Mode mode = edit.settings.mode;

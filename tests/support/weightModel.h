@@ -149,6 +149,8 @@ public:
     /// What nudging the weight of the clicked point leaves behind. Returns whether that differs from before.
     bool probe(const EditModel& edit, const Spot& spot);
     void stroke(const EditModel& edit, bool live);
+    /// Whether redoing it gives what the mouse left, to the last bit: the two clamp in different ways.
+    bool redoesAlike(const EditModel& edit) const;
     void undoStroke(const EditModel& edit);
     /// Fills `edit.pasted`. False when the paste is stopped before anything is written or recorded.
     bool preparePaste(EditModel& edit, const CopyModel& copy) const;
