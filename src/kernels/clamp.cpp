@@ -74,6 +74,19 @@ void offsetBlocks(const Old* old, const float* soft, std::size_t count, double o
     }
 }
 
+/// Doubles are worked out where they belong.
+template <typename Old, typename ClampBlock>
+void offsetBlocks(const Old* old, const float* soft, std::size_t count, double offset,
+                  const ClampSettings& clamps, ClampBlock clampBlock, double* result)
+{
+    const Bounds bounds = boundsOf(clamps);
+    for (std::size_t first = 0; first < count; first += kBlock) {
+        const std::size_t length = std::min(kBlock, count - first);
+        offsetBlock(old + first, soft + first, length, offset, result + first);
+        clampBlock(length, bounds, result + first);
+    }
+}
+
 } // namespace
 
 ClampSettings unitClamp()
