@@ -67,6 +67,7 @@ void WeightRows::set(std::uint32_t row, std::uint32_t column, double value)
         const_cast<double*>(span.weights)[place] = value;
         return;
     }
+    uniform.forget();
     if (states[row] == kInline)
         makeLong(row);
     if (states[row] == kLong) {
@@ -101,6 +102,7 @@ void WeightRows::erase(std::uint32_t row, std::uint32_t column)
     const std::size_t place = placeOf(span, column);
     if (!isAt(span, place, column))
         return;
+    uniform.forget();
     if (states[row] == kLong) {
         eraseAt(longRow(row).weights, place);
         eraseAt(longRow(row).columns, place);
@@ -117,6 +119,7 @@ void WeightRows::eraseRow(std::uint32_t row)
 {
     if (!hasRow(row))
         return;
+    uniform.forget();
     const auto own = columns.begin() + static_cast<std::ptrdiff_t>(row * std::size_t{kInline});
     if (states[row] == kLong) {
         longRow(row) = {};

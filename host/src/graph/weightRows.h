@@ -73,6 +73,32 @@ public:
             return longSpan(row);
         return {&weights[row * std::size_t{kInline}], &columns[row * std::size_t{kInline}], states[row]};
     }
+
+private:
+    /// Rows known to hold the same columns and no others. A drag writes the same rows over and over: what was
+    /// found of them stands until an entry is made or lost.
+    class UniformRows {
+    public:
+        bool covers(std::uint32_t row, std::size_t count, const std::uint32_t* pattern) const
+        {
+            return row >= begin && row + count <= end && std::equal(columns.begin(), columns.end(), pattern);
+        }
+        void add(std::uint32_t row, std::size_t count, const std::uint32_t* pattern)
+        {
+            if (row != end || !std::equal(columns.begin(), columns.end(), pattern))
+                begin = row;
+            std::copy_n(pattern, kInline, columns.begin());
+            end = row + count;
+        }
+        void forget() { begin = end = 0; }
+
+    private:
+        std::array<std::uint32_t, kInline> columns{};
+        std::size_t begin = 0;
+        std::size_t end = 0;
+    };
+
+public:
     /// The rows that lie in the shared arrays, seen as rows of a few columns (ascending) with 0 where there
     /// is no entry. Good until a row is made or gets or loses an entry by other means.
     template <std::size_t Count>
@@ -85,13 +111,17 @@ public:
         {
             if (row >= end || count > end - row)
                 return nullptr;
+            double* const first = weights + row * std::size_t{kInline};
+            if (known->covers(row, count, pattern))
+                return first;
             std::uint8_t others = 0; // no early end: the compiler takes several at a time
             for (std::size_t k = 0; k < count; ++k)
                 others = static_cast<std::uint8_t>(others | (states[row + k] ^ Count));
-            const std::size_t first = row * std::size_t{kInline};
             const std::size_t size = count * kInline * sizeof *pattern;
-            return others == 0 && std::memcmp(columns + first, pattern, size) == 0 ? weights + first
-                                                                                   : nullptr;
+            if (others != 0 || std::memcmp(columns + row * std::size_t{kInline}, pattern, size) != 0)
+                return nullptr;
+            known->add(row, count, pattern);
+            return first;
         }
         /// The columns of a row that has just the wanted ones, as they are stored.
         std::array<std::uint32_t, kInline> patternRow() const
@@ -130,10 +160,13 @@ public:
             }
             std::fill(columns + first + count, columns + first + kInline, kNoColumn);
             states[row] = static_cast<std::uint8_t>(count);
+            if (count != Count)
+                known->forget();
         }
 
     private:
         friend class WeightRows;
+        UniformRows* known;
         std::array<std::uint32_t, Count> wanted;
         std::uint8_t* states;
         std::uint32_t* columns;
@@ -145,6 +178,7 @@ public:
     {
         static_assert(Count > 0 && Count <= kInline, "longer rows have arrays of their own");
         ShortRows<Count> view;
+        view.known = &uniform;
         view.wanted = wanted;
         view.states = states.data();
         view.columns = columns.data();
@@ -176,6 +210,7 @@ private:
     std::vector<LongRow> longRows;
     std::vector<std::uint32_t> unused; ///< places in longRows that no row has any more
     std::size_t existing = 0;
+    UniformRows uniform;
 };
 
 } // namespace host

@@ -13,13 +13,15 @@ namespace host {
 
 namespace {
 
-/// Whether indices all are points. Without an early end, so that the compiler takes several at a time.
+/// Whether indices all are points. Without an early end, so that the compiler takes several at a time: the
+/// sign bit tells of an index that is negative or beyond the last point.
 bool areWithin(const std::vector<int>& indices, std::size_t count)
 {
-    std::uint32_t largest = 0; // a negative index is a large one
+    const std::uint32_t last = static_cast<std::uint32_t>(count) - 1u;
+    std::uint32_t off = count > 0 ? 0u : ~0u;
     for (const int index : indices)
-        largest = std::max(largest, static_cast<std::uint32_t>(index));
-    return indices.empty() || largest < count;
+        off |= static_cast<std::uint32_t>(index) | (last - static_cast<std::uint32_t>(index));
+    return indices.empty() || off >> 31u == 0;
 }
 
 /// Points are looked up in what comes into the deformer: asking the shape would deform it at every call.
