@@ -125,7 +125,8 @@ private:
     {
         const double candidate = distanceBetween(from, cloud->points[point]);
         const double distance = best.found ? distanceBetween(from, *bestPoint) : kMatchLimit;
-        const bool metEarlier = best.found && best.object == object && cloud->positions[point] < best.position;
+        const bool metEarlier =
+            best.found && best.object == object && cloud->positions[point] < best.position;
         return candidate < distance || (candidate == distance && metEarlier);
     }
 

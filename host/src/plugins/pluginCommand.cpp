@@ -56,8 +56,7 @@ std::unique_ptr<MPxCommand> PluginCommand::create() const
     return made;
 }
 
-mel::Value runPluginCommand(Session& session, const PluginCommand& command,
-                            std::vector<mel::Value> arguments)
+mel::Value runPluginCommand(Session& session, const PluginCommand& command, std::vector<mel::Value> arguments)
 {
     // Copies: the command may unload the plug-in that registered it.
     const std::string name = command.name;
