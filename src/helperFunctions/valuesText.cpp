@@ -1,6 +1,6 @@
 #include "helperFunctions/valuesText.h"
 
-#include <cstring>
+#include <cmath>
 #include <maya/MString.h>
 
 namespace {
@@ -34,7 +34,7 @@ void dropLastComma(std::string& text, std::size_t count)
 /// Whether two numbers have one text: zeros of different sign have not.
 bool isSame(double a, double b)
 {
-    return std::memcmp(&a, &b, sizeof a) == 0;
+    return a == b && std::signbit(a) == std::signbit(b);
 }
 
 } // namespace

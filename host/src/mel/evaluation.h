@@ -28,7 +28,12 @@ struct Argument {
 
     const Value& get() const { return variable ? *variable : constant ? *constant : value; }
     /// get(), for callers who need the argument no more.
-    Value take() { return variable || constant ? get() : std::move(value); }
+    Value take()
+    {
+        if (variable || constant)
+            return get();
+        return std::move(value);
+    }
 };
 
 /// One execution of a procedure or of text: what nodes need to do their work. Lives on the stack.

@@ -111,6 +111,7 @@ void removeNamespace(Session& session, const Args& args)
         moveContents(session, space, {});
     } else if (args.isSet("deleteNamespaceContent")) {
         std::vector<Node*> doomed;
+        doomed.reserve(nodes.size());
         for (const Ref<Node>& node : nodes)
             doomed.push_back(node.get());
         deleteNodes(session, doomed);
