@@ -119,10 +119,11 @@ private:
 MStatus morvaneContext::copyWeights()
 {
     emptyCopyBuffer();
-    // The analysis appends to the columns of the tool's own record. A copy needs them for itself, and the
-    // edit that may be under way needs them back.
+    // The analysis appends to the columns of the tool's own record and looks up the target anew. A copy needs
+    // them for itself, and the edit that may be under way needs them back.
     const MIntArray influences(skinInfluenceIds), layers(ngLayerIds), layerInfluences(ngInfluenceIds);
     const std::vector<MIntArray> allInfluences(allInfluenceLogicalIds);
+    const unsigned int target = targetIndex;
     clearColumns();
     getValidActiveSel(copiedSel, copiedSoftSelectWeights, copiedSkinClusters);
     const MStatus status =
@@ -133,6 +134,7 @@ MStatus morvaneContext::copyWeights()
     ngLayerIds = layers;
     ngInfluenceIds = layerInfluences;
     allInfluenceLogicalIds = allInfluences;
+    targetIndex = target;
     if (!status) {
         std::cerr << std::endl;
         emptyCopyBuffer();

@@ -80,6 +80,32 @@ TEST_P(InterruptedBy, AStrokeIsRecordedAsFarAsItWent)
     EXPECT_EQ(weights(), sculpted);
 }
 
+TEST_F(Interruption, ACopyOfAnotherTargetLeavesTheStrokeItsOwn)
+{
+    mel("duplicate -n up sheet; move -r 0 1 0 up.vtx[*]; duplicate -n side sheet; move -r 1 0 0 side.vtx[*];"
+        "blendShape -n face up side sheet; setAttr face.weight[0] 1; viewFit sheet");
+    for (int vertex = 0; vertex < kVertices; ++vertex)
+        for (const char* target : {"0", "1"}) // elements that exist: reading makes the others
+            mel(std::string("setAttr face.inputTarget[0].inputTargetGroup[") + target + "].targetWeights[" +
+                std::to_string(vertex) + "] 1");
+    edit("-weightMode blendShapeTarget -deformer face -target up");
+    mel("select sheet.vtx[29:31]");
+    session.undo().flush();
+    const std::string start = sceneText(session);
+    const Pixel from = pixelOf("sheet.vtx[29]");
+    press(from);
+    drag({from.x, from.y - 20});
+    const std::string sculpted = sceneText(session);
+    ASSERT_NE(sculpted, start);
+    edit("-target side");
+    edit("-copy true");
+    release({from.x, from.y - 20});
+    mel("undo");
+    EXPECT_EQ(sceneText(session), start);
+    mel("redo");
+    EXPECT_EQ(sceneText(session), sculpted);
+}
+
 TEST_F(Interruption, ALostReleaseLosesNoStroke)
 {
     const std::string start = sceneText(session);

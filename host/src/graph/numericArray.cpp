@@ -1,5 +1,7 @@
 #include "graph/numericArray.h"
 
+#include "graph/indexRun.h"
+
 #include <algorithm>
 
 namespace host {
@@ -10,19 +12,10 @@ namespace {
 /// what is there already.
 constexpr std::uint32_t kAlwaysDense = 4096;
 
+/// Of ids that may be null, which stand for 0, 1, ...
 std::size_t firstOf(const int* ids, std::size_t count)
 {
-    return count > 0 ? static_cast<std::uint32_t>(ids[0]) : 0;
-}
-
-/// Whether the ids follow one another. Without an early end, so that the compiler takes several at a time.
-bool isRun(const int* ids, std::size_t count)
-{
-    const auto first = static_cast<std::uint32_t>(firstOf(ids, count));
-    std::uint32_t off = 0;
-    for (std::size_t i = 0; i < count; ++i)
-        off |= static_cast<std::uint32_t>(ids[i]) ^ (first + static_cast<std::uint32_t>(i));
-    return off == 0;
+    return ids && count > 0 ? static_cast<std::uint32_t>(ids[0]) : 0;
 }
 
 template <class From, class To>
@@ -156,8 +149,9 @@ std::uint32_t NumericArray::logicalOfPhysical(std::size_t rank) const
 
 bool NumericArray::isDenseRun(const int* ids, std::size_t count) const
 {
-    const std::size_t first = ids ? firstOf(ids, count) : 0;
-    return first <= marks.size() && count <= marks.size() - first && (!ids || isRun(ids, count));
+    const std::size_t first = firstOf(ids, count);
+    return first <= marks.size() && count <= marks.size() - first &&
+           (!ids || count == 0 || isRun(ids, count));
 }
 
 void NumericArray::markRun(std::size_t first, std::size_t count)
@@ -174,7 +168,7 @@ template <class Number>
 void NumericArray::gatherNumbers(const int* ids, std::size_t count, Number* out) const
 {
     if (isDenseRun(ids, count)) {
-        const std::size_t first = ids ? firstOf(ids, count) : 0;
+        const std::size_t first = firstOf(ids, count);
         if (single)
             copyNumbers(floats.data() + first, count, out);
         else
@@ -190,7 +184,7 @@ template <class Number>
 void NumericArray::scatterNumbers(const int* ids, std::size_t count, const Number* values)
 {
     if (isDenseRun(ids, count)) {
-        const std::size_t first = ids ? firstOf(ids, count) : 0;
+        const std::size_t first = firstOf(ids, count);
         markRun(first, count);
         if (single)
             copyNumbers(values, count, floats.data() + first);

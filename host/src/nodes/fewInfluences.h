@@ -1,5 +1,6 @@
 #pragma once
 
+#include "graph/indexRun.h"
 #include "graph/weightRows.h"
 #include "selection/pointList.h"
 
@@ -166,15 +167,6 @@ private:
         rule.row(position, before.data(), changed.data());
         view.write(row, changed.data());
         return true;
-    }
-
-    static bool isRun(const int* ids, std::size_t count)
-    {
-        const auto first = static_cast<std::uint32_t>(ids[0]);
-        std::uint32_t off = 0;
-        for (std::size_t k = 0; k < count; ++k)
-            off |= static_cast<std::uint32_t>(ids[k]) ^ (first + static_cast<std::uint32_t>(k));
-        return off == 0;
     }
 
     /// On the bits, which are those of a positive integer then. Negative weights, which hardly anybody has,

@@ -155,9 +155,6 @@ void PluginRegistry::unload(const std::string& name, bool force)
         owner.messages().error(error.what());
     }
     takeBack(*plugin);
-    // Leaving its tools may have recorded commands, whose code goes now.
-    owner.undo().flush();
-    finished.clear();
     close(*plugin);
 }
 
