@@ -164,7 +164,7 @@ void RandomScene::buildLayers()
     for (const char* name : {"sheet", "other", "bare"})
         addSkin(name, {"hip", "knee", "toe"});
     pose();
-    mel("loadPlugin \"" BUILD_DIR "/lib/layerStandIn.so\"");
+    mel("loadPlugin \"" + testing_support::libraryPath("layerStandIn") + "\"");
     addLayers(0, {{1, "paint", -1, 0.9}, {2, "group", -1, 0.8}, {3, "inner", 2, 1.0}});
     addLayers(1, {{1, "below", -1, 0.7}, {2, "paint", -1, 1.0}});
     edit("-deformer lift -plug mask -influence knee");

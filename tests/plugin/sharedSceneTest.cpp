@@ -35,13 +35,14 @@ std::ostream& operator<<(std::ostream& out, const SceneCase& scene)
 
 std::vector<SceneCase> sceneCases()
 {
-    const std::string shipped = std::string(SOURCE_DIR) + "/scenes/";
+    const std::string shipped = testing_support::sourceDir() + "/scenes/";
     std::vector<SceneCase> cases = {
         {"creature", shipped + "creature.ma", "dragon", "", "head", "", 1.5},
         {"clusterSheet", shipped + "clusterSheet.ma", "sheet", "lift", nullptr, "", 2.0},
     };
-#ifdef MAYA_SCENES
-    const std::string maya = std::string(MAYA_SCENES) + "/";
+    if (testing_support::mayaScenesDir().empty())
+        return cases;
+    const std::string maya = testing_support::mayaScenesDir() + "/";
     cases.push_back({"planes", maya + "gt_plane_skinned.ma", "plane_two", "skinCluster2", "mid_two_jnt",
                      "setAttr mid_two_jnt.rotate -type double3 35 20 -15", 1.2});
     cases.push_back({"tongue", maya + "omtk_test_tongue.ma", "geo_tongue", "skinCluster2", "jnt_out_09",
@@ -58,7 +59,6 @@ std::vector<SceneCase> sceneCases()
                      "int $v; for ($v = 0; $v < 8; ++$v)"
                      " setAttr (\"blendShape1.inputTarget[0].baseWeights[\" + $v + \"]\") 0.5",
                      1.5, "-weightMode blendShapeBase", ".inputTarget[0].baseWeights"});
-#endif
     return cases;
 }
 

@@ -47,7 +47,7 @@ std::vector<std::string> joined(std::vector<std::vector<std::string>> parts)
 
 class Shell : public HostTest {
 public:
-    void load() { mel("loadPlugin \"" + plugInPath() + "\""); }
+    void load() { mel("loadPlugin \"" + testing_support::libraryPath("morvane") + "\""); }
     void unload() { mel("unloadPlugin morvane"); }
 };
 

@@ -2,14 +2,9 @@
 
 namespace testing_support {
 
-std::string plugInPath()
-{
-    return TOOL_BUILD_DIR "/lib/morvane.so";
-}
-
 void ToolTest::SetUp()
 {
-    mel("loadPlugin \"" + plugInPath() + "\"");
+    mel("loadPlugin \"" + libraryPath("morvane") + "\"");
     trace.clear();
 }
 

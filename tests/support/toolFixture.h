@@ -1,14 +1,12 @@
 #pragma once
 
 #include "support/hostFixture.h"
+#include "support/paths.h"
 
 #include <string>
 #include <vector>
 
 namespace testing_support {
-
-/// The plug-in library that this build made.
-std::string plugInPath();
 
 /// A host with the plug-in loaded as Maya loads it. The tool is morvaneContext1.
 class ToolTest : public HostTest {

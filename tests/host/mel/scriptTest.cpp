@@ -1,5 +1,6 @@
 #include "mel/interpreter.h"
 #include "support/hostFixture.h"
+#include "support/paths.h"
 #include "types/error.h"
 
 #include <algorithm>
@@ -55,7 +56,7 @@ Expectations expectationsOf(const fs::path& path)
 std::vector<std::string> scriptNames()
 {
     std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(SOURCE_DIR "/tests/host/mel/scripts"))
+    for (const auto& entry : fs::directory_iterator(testing_support::sourceDir() + "/tests/host/mel/scripts"))
         names.push_back(entry.path().stem().string());
     std::sort(names.begin(), names.end());
     return names;
@@ -65,7 +66,7 @@ class MelScript : public testing_support::HostTest, public ::testing::WithParamI
 
 TEST_P(MelScript, doesWhatItsCommentsSay)
 {
-    const fs::path path = fs::path(SOURCE_DIR "/tests/host/mel/scripts") / (GetParam() + ".mel");
+    const fs::path path = fs::path(testing_support::sourceDir() + "/tests/host/mel/scripts") / (GetParam() + ".mel");
     const Expectations expected = expectationsOf(path);
     ASSERT_FALSE(expected.text.empty()) << path;
     allowMessages();

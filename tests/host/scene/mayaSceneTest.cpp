@@ -19,8 +19,8 @@ class MayaScene : public SceneTest, public ::testing::WithParamInterface<const c
 public:
     void SetUp() override
     {
-        original = std::string(MAYA_SCENES) + "/" + GetParam() + ".ma";
-        std::ifstream input(std::string(MAYA_SCENES) + "/expected/" + GetParam() + ".json");
+        original = testing_support::mayaScenesDir() + "/" + GetParam() + ".ma";
+        std::ifstream input(testing_support::mayaScenesDir() + "/expected/" + GetParam() + ".json");
         expected = json::parse(input);
         openFile(original);
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/hostFixture.h"
+#include "support/paths.h"
 
 #include <algorithm>
 #include <filesystem>

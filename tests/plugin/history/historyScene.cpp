@@ -235,7 +235,7 @@ void HistoryScene::bind(bool withGap)
 
 void HistoryScene::attachLayers()
 {
-    mel("loadPlugin \"" BUILD_DIR "/lib/layerStandIn.so\"");
+    mel("loadPlugin \"" + testing_support::libraryPath("layerStandIn") + "\"");
     for (int mesh = 0; mesh < kMeshes; ++mesh) {
         mel("ngst2Layers -e -attach " + shape(mesh));
         for (int decoy = 0; decoy < mesh; ++decoy)

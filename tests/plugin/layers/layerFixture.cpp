@@ -34,7 +34,7 @@ void LayerTest::SetUp()
 
 void LayerTest::loadLayers()
 {
-    mel("loadPlugin \"" BUILD_DIR "/lib/layerStandIn.so\"");
+    mel("loadPlugin \"" + testing_support::libraryPath("layerStandIn") + "\"");
 }
 
 int LayerTest::addLayer(const std::string& quotedName, int parent)

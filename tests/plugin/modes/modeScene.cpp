@@ -128,7 +128,7 @@ void ModeScene::buildSkins()
 
 void ModeScene::attachLayers()
 {
-    mel("loadPlugin \"" BUILD_DIR "/lib/layerStandIn.so\"");
+    mel("loadPlugin \"" + testing_support::libraryPath("layerStandIn") + "\"");
     for (const char* mesh : {"sheet", "twin"}) {
         mel("ngst2Layers -e -attach " + path(mesh));
         mel("ngst2Layers -e -addLayer paintLayer -parent -1 " + path(mesh));
