@@ -1,12 +1,18 @@
 #include "graph/weightRows.h"
 
+#include <algorithm>
+
 namespace host {
 
 namespace {
 
-/// The place of a column in a row, or where it would be.
+/// The place of a column in a row, or where it would be. Rows are short: going along them is fastest.
 std::size_t placeOf(WeightRows::Span span, std::uint32_t column)
 {
+    constexpr std::size_t kLong = 32;
+    if (span.count > kLong)
+        return static_cast<std::size_t>(std::lower_bound(span.columns, span.columns + span.count, column) -
+                                        span.columns);
     std::size_t place = 0;
     while (place < span.count && span.columns[place] < column)
         ++place;
@@ -25,37 +31,25 @@ void insertAt(Number* values, std::size_t count, std::size_t place, Number value
     values[place] = value;
 }
 
-template <class Number>
-void insertAt(std::vector<Number>& values, std::size_t place, Number value)
-{
-    values.insert(values.begin() + static_cast<std::ptrdiff_t>(place), value);
-}
-
-template <class Number>
-void eraseAt(std::vector<Number>& values, std::size_t place)
-{
-    values.erase(values.begin() + static_cast<std::ptrdiff_t>(place));
-}
-
 } // namespace
 
-WeightRows::Span WeightRows::longSpan(std::uint32_t row) const
+std::size_t WeightRows::Span::find(std::uint32_t column) const
 {
-    const LongRow& entries = longRows[columns[row * std::size_t{kInline}]];
-    return {entries.weights.data(), entries.columns.data(), entries.columns.size()};
+    const std::size_t place = placeOf(*this, column);
+    return isAt(*this, place, column) ? place : count;
 }
 
 double WeightRows::get(std::uint32_t row, std::uint32_t column) const
 {
     const Span span = this->row(row);
-    const std::size_t place = placeOf(span, column);
-    return isAt(span, place, column) ? span.weights[place] : 0.0;
+    const std::size_t place = span.find(column);
+    return place < span.count ? span.weights[place] : 0.0;
 }
 
 bool WeightRows::has(std::uint32_t row, std::uint32_t column) const
 {
     const Span span = this->row(row);
-    return isAt(span, placeOf(span, column), column);
+    return span.find(column) < span.count;
 }
 
 void WeightRows::set(std::uint32_t row, std::uint32_t column, double value)
@@ -64,84 +58,104 @@ void WeightRows::set(std::uint32_t row, std::uint32_t column, double value)
     const Span span = this->row(row);
     const std::size_t place = placeOf(span, column);
     if (isAt(span, place, column)) {
-        const_cast<double*>(span.weights)[place] = value;
+        rowWeights(row)[place] = value;
         return;
     }
-    uniform.forget();
-    if (states[row] == kInline)
-        makeLong(row);
-    if (states[row] == kLong) {
-        insertAt(longRow(row).weights, place, value);
-        insertAt(longRow(row).columns, place, column);
-        return;
-    }
-    insertAt(&weights[row * std::size_t{kInline}], span.count, place, value);
-    insertAt(&columns[row * std::size_t{kInline}], span.count, place, column);
-    ++states[row];
-}
-
-void WeightRows::makeLong(std::uint32_t row)
-{
-    const Span span = this->row(row);
-    LongRow entries{{span.weights, span.weights + span.count}, {span.columns, span.columns + span.count}};
-    std::uint32_t place = static_cast<std::uint32_t>(longRows.size());
-    if (unused.empty()) {
-        longRows.push_back(std::move(entries));
-    } else {
-        place = unused.back();
-        unused.pop_back();
-        longRows[place] = std::move(entries);
-    }
-    states[row] = kLong;
-    columns[row * std::size_t{kInline}] = place;
+    reserve(row, span.count + 1);
+    const std::size_t first = places[row].block * std::size_t{kBlock};
+    insertAt(&weights[first], span.count, place, value);
+    insertAt(&columns[first], span.count, place, column);
+    ++places[row].count;
 }
 
 void WeightRows::erase(std::uint32_t row, std::uint32_t column)
 {
     const Span span = this->row(row);
-    const std::size_t place = placeOf(span, column);
-    if (!isAt(span, place, column))
+    const std::size_t place = span.find(column);
+    if (place == span.count)
         return;
-    uniform.forget();
-    if (states[row] == kLong) {
-        eraseAt(longRow(row).weights, place);
-        eraseAt(longRow(row).columns, place);
-        return;
-    }
-    const std::size_t first = row * std::size_t{kInline};
-    std::copy(&weights[first] + place + 1, &weights[first] + span.count, &weights[first] + place);
-    std::copy(&columns[first] + place + 1, &columns[first] + span.count, &columns[first] + place);
-    columns[first + span.count - 1] = kNoColumn;
-    --states[row];
+    const std::size_t first = places[row].block * std::size_t{kBlock};
+    std::copy(span.weights + place + 1, span.weights + span.count, &weights[first] + place);
+    std::copy(span.columns + place + 1, span.columns + span.count, &columns[first] + place);
+    --places[row].count;
 }
 
 void WeightRows::eraseRow(std::uint32_t row)
 {
     if (!hasRow(row))
         return;
-    uniform.forget();
-    const auto own = columns.begin() + static_cast<std::ptrdiff_t>(row * std::size_t{kInline});
-    if (states[row] == kLong) {
-        longRow(row) = {};
-        unused.push_back(*own);
-    }
-    std::fill_n(own, kInline, kNoColumn);
-    states[row] = kMissing;
+    leaveRoom(places[row]);
+    places[row] = {};
     --existing;
 }
 
 void WeightRows::touchRow(std::uint32_t row)
 {
-    if (row >= states.size()) {
-        const std::size_t count = std::size_t{row} + 1;
-        states.resize(count, kMissing);
-        weights.resize(count * kInline);
-        columns.resize(count * kInline, kNoColumn);
-    }
-    if (states[row] == kMissing) {
-        states[row] = 0;
+    if (row >= places.size())
+        places.resize(std::size_t{row} + 1);
+    if (places[row].count == kMissing) {
+        places[row].count = 0;
         ++existing;
     }
+}
+
+void WeightRows::assign(std::uint32_t row, Span entries)
+{
+    touchRow(row);
+    places[row].count = 0; // a row that moves takes nothing along
+    reserve(row, entries.count);
+    const std::size_t first = places[row].block * std::size_t{kBlock};
+    std::copy_n(entries.weights, entries.count, weights.data() + first);
+    std::copy_n(entries.columns, entries.count, columns.data() + first);
+    places[row].count = static_cast<std::uint32_t>(entries.count);
+}
+
+/// Room for that many entries; those of the row come along.
+void WeightRows::reserve(std::uint32_t row, std::size_t count)
+{
+    const Place old = places[row];
+    std::uint32_t blocks = std::max(old.blocks, 1u);
+    while (blocks * std::size_t{kBlock} < count)
+        blocks *= 2;
+    if (blocks == old.blocks)
+        return;
+    const std::uint32_t block = takeRoom(blocks);
+    const std::size_t from = old.block * std::size_t{kBlock};
+    const std::size_t to = block * std::size_t{kBlock};
+    std::copy_n(weights.data() + from, old.count, weights.data() + to);
+    std::copy_n(columns.data() + from, old.count, columns.data() + to);
+    leaveRoom(old);
+    places[row] = {block, old.count, blocks};
+}
+
+std::vector<std::uint32_t>& WeightRows::freeRoom(std::uint32_t blocks)
+{
+    std::size_t power = 0;
+    while ((blocks >> power) > 1)
+        ++power;
+    if (power >= freed.size())
+        freed.resize(power + 1);
+    return freed[power];
+}
+
+std::uint32_t WeightRows::takeRoom(std::uint32_t blocks)
+{
+    std::vector<std::uint32_t>& free = freeRoom(blocks);
+    if (!free.empty()) {
+        const std::uint32_t block = free.back();
+        free.pop_back();
+        return block;
+    }
+    const std::size_t end = weights.size();
+    weights.resize(end + blocks * std::size_t{kBlock});
+    columns.resize(weights.size());
+    return static_cast<std::uint32_t>(end / kBlock);
+}
+
+void WeightRows::leaveRoom(const Place& place)
+{
+    if (place.blocks > 0)
+        freeRoom(place.blocks).push_back(place.block);
 }
 
 void WeightRows::clear()
@@ -151,8 +165,8 @@ void WeightRows::clear()
 
 std::uint32_t WeightRows::rowEnd() const
 {
-    for (std::size_t end = states.size(); end > 0; --end)
-        if (states[end - 1] != kMissing)
+    for (std::size_t end = places.size(); end > 0; --end)
+        if (places[end - 1].count != kMissing)
             return static_cast<std::uint32_t>(end);
     return 0;
 }

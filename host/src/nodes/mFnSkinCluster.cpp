@@ -11,50 +11,53 @@
 #include <maya/MIntArray.h>
 
 #include <algorithm>
+#include <numeric>
 
 using host::Api;
 using host::SkinInfluences;
 
 namespace {
 
-struct SkinRead {
-    std::vector<double> weights; ///< vertex-major, all influences
-    std::size_t points;
-    std::size_t influences;
-};
+/// All elements as one block; null when there are none.
+template <class Array>
+auto* dataOf(Array& values)
+{
+    return values.length() > 0 ? &values[0] : nullptr;
+}
 
-SkinRead readAll(const MFnBase& set, const MDagPath& path, const MObject& components)
+std::vector<std::uint32_t> allOf(const SkinInfluences& influences)
+{
+    std::vector<std::uint32_t> physical(influences.count());
+    std::iota(physical.begin(), physical.end(), 0u);
+    return physical;
+}
+
+/// The weights of some influences, vertex-major.
+template <class Array>
+void readInto(host::Node& skin, const host::SkinColumns& columns, const host::PointList& points,
+              Array& weights)
+{
+    weights.setLength(static_cast<unsigned int>(points.size() * columns.count()));
+    columns.read(skin.plug("weightList").rows(), points, dataOf(weights));
+}
+
+template <class Array>
+void readSome(const MFnBase& set, const MDagPath& path, const MObject& components,
+              const std::vector<std::uint32_t>& physical, Array& weights)
 {
     host::Node& skin = host::filterOf(set);
-    const SkinInfluences influences(skin);
     const host::PointSelection selection = host::pointSelection(skin, path, components);
-    return {host::skinWeights(skin, influences, selection.points), selection.points.size(),
-            influences.count()};
-}
-
-/// The columns of some influences, vertex-major.
-template <class Array>
-void pick(const SkinRead& read, const std::vector<std::uint32_t>& columns, Array& weights)
-{
-    for (const std::uint32_t column : columns)
-        if (column >= read.influences)
-            throw host::Error("There is no influence " + std::to_string(column) + ".");
-    weights.setLength(static_cast<unsigned int>(read.points * columns.size()));
-    unsigned int next = 0;
-    for (std::size_t point = 0; point < read.points; ++point)
-        for (const std::uint32_t column : columns) {
-            using Number = std::decay_t<decltype(weights[0])>;
-            weights[next++] = static_cast<Number>(read.weights[point * read.influences + column]);
-        }
+    readInto(skin, {SkinInfluences(skin), physical}, selection.points, weights);
 }
 
 template <class Array>
-void all(const SkinRead& read, Array& weights)
+unsigned int readAll(const MFnBase& set, const MDagPath& path, const MObject& components, Array& weights)
 {
-    std::vector<std::uint32_t> columns(read.influences);
-    for (std::size_t column = 0; column < columns.size(); ++column)
-        columns[column] = static_cast<std::uint32_t>(column);
-    pick(read, columns, weights);
+    host::Node& skin = host::filterOf(set);
+    const host::PointSelection selection = host::pointSelection(skin, path, components);
+    const SkinInfluences influences(skin);
+    readInto(skin, {influences, allOf(influences)}, selection.points, weights);
+    return static_cast<unsigned int>(influences.count());
 }
 
 template <class Array>
@@ -64,13 +67,12 @@ void write(const MFnBase& set, const MDagPath& path, const MObject& components, 
     host::Node& skin = host::filterOf(set);
     const SkinInfluences influences(skin);
     change.points = host::pointSelection(skin, path, components).points;
-    SkinRead before;
+    Array before;
     if (oldValues)
-        before = {host::skinWeights(skin, influences, change.points), change.points.size(),
-                  influences.count()};
+        readInto(skin, {influences, allOf(influences)}, change.points, before);
     host::setSkinWeights(skin, influences, change);
     if (oldValues)
-        all(before, *oldValues);
+        *oldValues = std::move(before);
 }
 
 std::vector<std::uint32_t> columnsOf(const MIntArray& influences)
@@ -91,13 +93,6 @@ host::SkinWeightChange changeOf(std::vector<std::uint32_t> influences, const dou
     change.valueCount = valueCount;
     change.normalize = normalize;
     return change;
-}
-
-/// All elements as one block; null when there are none.
-template <class Array>
-auto* dataOf(Array& values)
-{
-    return values.length() > 0 ? &values[0] : nullptr;
 }
 
 } // namespace
@@ -122,40 +117,31 @@ MFn::Type MFnSkinCluster::type() const
 MStatus MFnSkinCluster::getWeights(const MDagPath& path, const MObject& components,
                                    unsigned int influenceIndex, MDoubleArray& weights) const
 {
-    return host::statusOf([&] { pick(readAll(*this, path, components), {influenceIndex}, weights); });
+    return host::statusOf([&] { readSome(*this, path, components, {influenceIndex}, weights); });
 }
 
 MStatus MFnSkinCluster::getWeights(const MDagPath& path, const MObject& components, MDoubleArray& weights,
                                    unsigned int& influenceCount) const
 {
-    return host::statusOf([&] {
-        const SkinRead read = readAll(*this, path, components);
-        all(read, weights);
-        influenceCount = static_cast<unsigned int>(read.influences);
-    });
+    return host::statusOf([&] { influenceCount = readAll(*this, path, components, weights); });
 }
 
 MStatus MFnSkinCluster::getWeights(const MDagPath& path, const MObject& components,
                                    MIntArray& influenceIndices, MDoubleArray& weights) const
 {
-    return host::statusOf(
-        [&] { pick(readAll(*this, path, components), columnsOf(influenceIndices), weights); });
+    return host::statusOf([&] { readSome(*this, path, components, columnsOf(influenceIndices), weights); });
 }
 
 MStatus MFnSkinCluster::getWeights(const MDagPath& path, const MObject& components,
                                    unsigned int influenceIndex, MFloatArray& weights) const
 {
-    return host::statusOf([&] { pick(readAll(*this, path, components), {influenceIndex}, weights); });
+    return host::statusOf([&] { readSome(*this, path, components, {influenceIndex}, weights); });
 }
 
 MStatus MFnSkinCluster::getWeights(const MDagPath& path, const MObject& components, MFloatArray& weights,
                                    unsigned int& influenceCount) const
 {
-    return host::statusOf([&] {
-        const SkinRead read = readAll(*this, path, components);
-        all(read, weights);
-        influenceCount = static_cast<unsigned int>(read.influences);
-    });
+    return host::statusOf([&] { influenceCount = readAll(*this, path, components, weights); });
 }
 
 MStatus MFnSkinCluster::setWeights(const MDagPath& path, const MObject& components, unsigned int jointIndex,

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "graph/weightRows.h"
 #include "selection/pointList.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -25,8 +27,42 @@ struct SkinInfluences {
     std::uint32_t physical(const DagNode& node) const;
 };
 
-/// Weights of the points, vertex-major, all influences in physical order.
-std::vector<double> skinWeights(Node& skin, const SkinInfluences& influences, const PointList& points);
+/// The weights of some influences, in any order, to be read.
+class SkinColumns {
+public:
+    /// Throws host::Error for an influence that there is not.
+    SkinColumns(const SkinInfluences& influences, const std::vector<std::uint32_t>& physical);
+    std::size_t count() const { return columns.size(); }
+
+    /// Weights of the points, vertex-major; `rows` may be null.
+    template <class Number>
+    void read(const WeightRows* rows, const PointList& points, Number* weights) const
+    {
+        std::fill_n(weights, points.size() * count(), Number(0));
+        for (std::size_t point = 0; rows && point < points.size(); ++point)
+            readRow(rows->row(static_cast<std::uint32_t>(points[point])), weights + point * count());
+    }
+
+private:
+    template <class Number>
+    void readRow(WeightRows::Span row, Number* weights) const
+    {
+        for (std::size_t k = 0; k < row.count; ++k) {
+            const std::uint32_t column = row.columns[k];
+            const std::uint32_t position =
+                column < positionOf.size() ? positionOf[column] : SkinInfluences::kNone;
+            if (position != SkinInfluences::kNone)
+                weights[position] = static_cast<Number>(row.weights[k]);
+        }
+        for (const std::size_t repeat : repeats)
+            weights[repeat] = weights[positionOf[columns[repeat]]];
+    }
+
+    std::vector<std::uint32_t> columns; ///< logical
+    std::vector<std::uint32_t>
+        positionOf;                   ///< by logical index: the first position of the influence, or kNone
+    std::vector<std::size_t> repeats; ///< the positions of those listed again
+};
 
 /// A change of the weights of some influences on some points.
 struct SkinWeightChange {

@@ -211,12 +211,12 @@ Row written(Row row, const std::vector<int>& influences, const double* values, b
     return row;
 }
 
-/// Skins of few influences have ways of their own; rows are full, sparse, and change between these.
+/// Rows are full, sparse, and change between these.
 TEST_F(Weights, RandomWritesToSkinsOfAnySizeFollowTheRuleToTheLastBit)
 {
-    constexpr std::size_t kPoints = 270; // more than are taken together
+    constexpr std::size_t kPoints = 160;
     std::mt19937 random(11);
-    for (std::uint32_t size = 2; size <= 6; ++size) {
+    for (const std::uint32_t size : {1u, 2u, 3u, 5u, 9u, 40u}) {
         std::vector<host::DagNode*> joints;
         std::vector<std::uint32_t> logical;
         for (std::uint32_t k = 0; k < size; ++k) {
