@@ -39,6 +39,7 @@ const Flag kFlags[] = {
     {"-dis", "-ngDistributeWeights", MSyntax::kBoolean},
     {"-cp", "-copy", MSyntax::kBoolean},
     {"-ps", "-paste", MSyntax::kBoolean},
+    {"-ppv", "-pastePerVertex", MSyntax::kBoolean},
 };
 
 /// What one edit works on.
@@ -261,6 +262,7 @@ const EditStep kEditSteps[] = {
     {"-ngDistributeWeights", store<bool, bool, &Tool::setDistributeWeightsNg, 269>},
     {"-copy", editCopy},
     {"-paste", editPaste},
+    {"-pastePerVertex", store<bool, bool, &Tool::setPastePerVertex, 276>},
 };
 
 MString influenceName(const MDagPath& influence)
@@ -304,6 +306,8 @@ const QueryStep kQuerySteps[] = {
     {"-ngLayer", [](Command& command, const Tool& tool) { command.setResult(tool.getNgLayerString()); }},
     {"-ngDistributeWeights",
      [](Command& command, const Tool& tool) { command.setResult(tool.getDistributeWeightsNg()); }},
+    {"-pastePerVertex",
+     [](Command& command, const Tool& tool) { command.setResult(tool.getPastePerVertex()); }},
 };
 
 } // namespace

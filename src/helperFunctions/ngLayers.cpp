@@ -219,9 +219,9 @@ void setNgInfluenceWeights2(int layerId, unsigned int influence, const MIntArray
                             const MDoubleArray& newWeights, const MDagPath& shape,
                             const std::vector<MDoubleArray>& oldAllWeights, bool distribute)
 {
-    NgInfluenceWriter writer(layerId, influence, allInfluenceIds, oldAllWeights, shape, distribute);
+    NgInfluenceWriter writer(layerId, influence, allInfluenceIds, oldAllWeights, shape);
     if (writer.canWrite(newWeights.length()))
-        writer.write(toVector(newWeights));
+        writer.write(toVector(newWeights), distribute);
     else
         refuseObject(shape, kSparseInfluences);
 }
@@ -243,9 +243,8 @@ void NgWeightsWriter::write(const std::vector<double>& weights)
 }
 
 NgInfluenceWriter::NgInfluenceWriter(int layerId, unsigned int influence, const MIntArray& allInfluenceIds,
-                                     const std::vector<MDoubleArray>& oldAllWeights, const MDagPath& shape,
-                                     bool distribute)
-    : layer(layerId), edited(influence), path(shape), spread(distribute), writers(oldAllWeights.size())
+                                     const std::vector<MDoubleArray>& oldAllWeights, const MDagPath& shape)
+    : layer(layerId), edited(influence), path(shape), writers(oldAllWeights.size())
 {
     table.logicalIndices = toVector(allInfluenceIds);
     table.rows.reserve(oldAllWeights.size());
@@ -258,9 +257,9 @@ bool NgInfluenceWriter::canWrite(std::size_t vertexCount) const
     return canRedistribute(table, edited, vertexCount);
 }
 
-void NgInfluenceWriter::write(const std::vector<double>& newWeights)
+void NgInfluenceWriter::write(const std::vector<double>& newWeights, bool distribute)
 {
-    const std::vector<std::vector<double>> changed = redistribute(table, edited, newWeights, spread);
+    const std::vector<std::vector<double>> changed = redistribute(table, edited, newWeights, distribute);
     // Both look-ups use the logical index as a position; canWrite has made sure that it is one.
     for (int logical : table.logicalIndices) {
         const auto row = static_cast<std::size_t>(logical);
@@ -268,6 +267,12 @@ void NgInfluenceWriter::write(const std::vector<double>& newWeights)
             writeRow(row, changed[row].empty() ? table.rows[row] : changed[row]);
     }
     writeRow(edited, newWeights);
+}
+
+void NgInfluenceWriter::restore()
+{
+    for (int logical : table.logicalIndices)
+        writeRow(static_cast<std::size_t>(logical), table.rows[static_cast<std::size_t>(logical)]);
 }
 
 /// Rows are addressed by their logical index, so that of the edited influence is its own too.

@@ -83,12 +83,14 @@ private:
 class NgInfluenceWriter {
 public:
     NgInfluenceWriter(int layerId, unsigned int influence, const MIntArray& allInfluenceIds,
-                      const std::vector<MDoubleArray>& oldAllWeights, const MDagPath& shape, bool distribute);
+                      const std::vector<MDoubleArray>& oldAllWeights, const MDagPath& shape);
 
     /// Whether every position that a write addresses exists, for `vertexCount` new weights.
     bool canWrite(std::size_t vertexCount) const;
     /// Needs canWrite. Every other influence in the order of the logical indices, the edited one last.
-    void write(const std::vector<double>& newWeights);
+    void write(const std::vector<double>& newWeights, bool distribute);
+    /// Needs canWrite. Writes the old weights of all influences.
+    void restore();
 
 private:
     void writeRow(std::size_t row, const std::vector<double>& weights);
@@ -96,7 +98,6 @@ private:
     int layer;
     unsigned int edited;
     MDagPath path;
-    bool spread;
     InfluenceTable table;
     std::vector<std::unique_ptr<NgWeightsWriter>> writers; ///< of the table's rows; null until needed
 };

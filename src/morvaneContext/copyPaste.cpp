@@ -6,6 +6,7 @@
 #include "report.h"
 #include "weightModes/modeTable.h"
 
+#include <algorithm>
 #include <iostream>
 #include <maya/MFnGeometryFilter.h>
 #include <maya/MItGeometry.h>
@@ -140,6 +141,8 @@ MStatus morvaneContext::copyWeights()
         emptyCopyBuffer();
         return MS::kFailure;
     }
+    for (unsigned int skin = 0; skin < copiedSkinClusters.length(); ++skin)
+        copiedInfluenceNames.push_back(influenceNames(copiedSkinClusters[skin]));
     copiedWeightMode = weightMode;
     weightsCopied = true;
     return MS::kSuccess;
@@ -154,6 +157,7 @@ void morvaneContext::emptyCopyBuffer()
     copiedSkinWeights.clear();
     copiedBlendWeights.clear();
     copiedSkinClusters.clear();
+    copiedInfluenceNames.clear();
     copiedIndexArray.clear();
     copiedNgWeights.clear();
     copiedAllInfluenceNgWeights.clear();
@@ -180,22 +184,27 @@ MStatus morvaneContext::pasteWeights()
     passToToolCommand(command);
     command->setToolOperation(kPaste);
     PasteRecord pasted;
-    if (!fillPasteArrays(pasted))
+    const PasteVerdict verdict = fillPasteArrays(pasted);
+    if (verdict == PasteVerdict::kStop)
         return MS::kSuccess;
-    command->setPasteWeights(pasted.pasteWeights);
-    command->setPasteNgAllInfluenceWeights(pasted.pasteNgAllInfluenceWeights);
-    command->setRefusedObjects(pasted.refusedObjects);
-    command->redoIt();
-    command->finalize();
+    const std::vector<bool>& refused = pasted.refusedObjects;
+    const bool anyAccepted = std::find(refused.begin(), refused.end(), false) != refused.end();
+    command->setPaste(std::move(pasted));
+    // A write that cannot be done reports so; with nothing written there is nothing to undo.
+    if (anyAccepted)
+        command->redoIt();
+    if (anyAccepted && verdict == PasteVerdict::kAccepted)
+        command->finalize();
     return MS::kSuccess;
 }
 
-/// One entry per target object. False when the copy does not go with the mode, which is said.
-bool morvaneContext::fillPasteArrays(PasteRecord& pasted)
+/// One entry per target object. Tells people when the copy does not go with the mode.
+PasteVerdict morvaneContext::fillPasteArrays(PasteRecord& pasted)
 {
     const unsigned int count = validSel.length();
     pasted.pasteWeights.resize(count);
     pasted.pasteNgAllInfluenceWeights.resize(count);
+    pasted.pasteValues.resize(count);
     pasted.refusedObjects.assign(count, false);
     const WeightStore& store = modeRow(weightMode).store();
     const PasteVerdict verdict = store.acceptsCopy(copiedWeightMode);
@@ -205,10 +214,10 @@ bool morvaneContext::fillPasteArrays(PasteRecord& pasted)
     for (unsigned int index = 0; warns && index < count; ++index) {
         MGlobal::displayWarning("Weights were copied in an incompatible weight mode");
         if (verdict == PasteVerdict::kStop)
-            return false;
+            return verdict;
     }
     if (verdict != PasteVerdict::kAccepted)
-        return true;
+        return verdict;
     const std::unique_ptr<CopiedPoints> copied = CopiedPoints::read(activeDeformer, *this);
     for (unsigned int index = 0; index < count; ++index) {
         EditedObject object;
@@ -222,10 +231,10 @@ bool morvaneContext::fillPasteArrays(PasteRecord& pasted)
             continue;
         }
         const PasteMatch match = copied->match(points.positions);
-        pasted.refusedObjects[index] =
-            !store.fillPaste({*this, *this, object, match, points.ids, copied->lastIds()}, pasted);
+        pasted.refusedObjects[index] = !store.fillPaste(
+            {*this, *this, object, match, points.ids, copied->lastIds(), pastePerVertex}, pasted);
     }
-    return true;
+    return verdict;
 }
 
 MStatus morvaneContext::passToToolCommand(morvaneToolCommand* command)

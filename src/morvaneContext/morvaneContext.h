@@ -83,6 +83,7 @@ public:
     void setFontColorB(float value) { fontColorB = value; }
     void setDisplayWeights(bool value) { displayWeights = value; }
     void setDistributeWeightsNg(bool value) { distributeWeightsNg = value; }
+    void setPastePerVertex(bool value) { pastePerVertex = value; }
     void setSkinInfluence(MDagPath path) { skinInfluence = path; }
     MString getDeformerStr() const { return deformerStr; }
     bool getClampedMin() const { return clampedMin; }
@@ -102,6 +103,7 @@ public:
     MDagPath getSkinInfluence() const { return skinInfluence; }
     MString getNgLayerString() const { return ngLayerString; }
     bool getDistributeWeightsNg() const { return distributeWeightsNg; }
+    bool getPastePerVertex() const { return pastePerVertex; }
 
     // What the weight stores work on.
     EditRecord& record() { return *this; }
@@ -203,7 +205,7 @@ private:
     // copyPaste.cpp
     MStatus passToToolCommand(morvaneToolCommand* command);
     void emptyCopyBuffer();
-    bool fillPasteArrays(PasteRecord& pasted);
+    PasteVerdict fillPasteArrays(PasteRecord& pasted);
 
     static MCallbackId mayaClosedCallback;
     static bool pluginUnloading;
@@ -221,6 +223,7 @@ private:
     MString skinInfluenceStr;
     MString targetString;
     MString ngLayerString;
+    bool pastePerVertex = false; ///< a paste gives every point just what its match had
 
     // The current press. Positions are port pixels, origin lower left, in sixteen bits as events give them.
     double directionStep = 0.005; ///< half the probe's span, weight units

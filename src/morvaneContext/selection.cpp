@@ -21,6 +21,66 @@ float falloffAt(const MFnComponent& component, std::size_t position)
     return component.weight(static_cast<int>(position)).influence();
 }
 
+/// Of all points of a component, in its order.
+MFloatArray falloffsOf(const MObject& points)
+{
+    const MFnComponent component(points);
+    const int count = points.isNull() ? 0 : component.elementCount();
+    std::vector<float> falloff(static_cast<std::size_t>(count > 0 ? count : 0));
+    for (std::size_t position = 0; position < falloff.size(); ++position)
+        falloff[position] = falloffAt(component, position);
+    return MFloatArray(falloff.data(), static_cast<unsigned int>(falloff.size()));
+}
+
+/// Two components of one shape as one, and its falloffs. Points of both count as the second one has them,
+/// as if it were written after the first.
+MObject united(const EditedObject& first, const MObject& second, MFloatArray& falloffs)
+{
+    std::map<int, float> points;
+    const std::vector<int> earlier = componentElements(first.component), later = componentElements(second);
+    const MFloatArray laterFalloffs = falloffsOf(second);
+    for (std::size_t k = 0; k < earlier.size() && k < falloffs.length(); ++k)
+        points[earlier[k]] = falloffs[static_cast<unsigned int>(k)];
+    for (std::size_t k = 0; k < later.size() && k < laterFalloffs.length(); ++k)
+        points[later[k]] = laterFalloffs[static_cast<unsigned int>(k)];
+    MFnSingleIndexedComponent set;
+    MObject component = set.create(second.apiType());
+    MIntArray elements;
+    falloffs.clear();
+    for (const auto& point : points) {
+        elements.append(point.first);
+        falloffs.append(point.second);
+    }
+    set.addElements(elements);
+    return component;
+}
+
+/// Makes one item of an item on a shape and another one on it that is there already, with the falloffs that
+/// belong to the list: layers are written as a whole, so that two writes would undo one another. False when
+/// there is none; only points with one index are united, since layers have no others.
+bool uniteWithItemOnShape(const EditedObject& selected, MSelectionList& objects, MFloatArray* falloffs)
+{
+    const bool isPoints =
+        selected.component.hasFn(MFn::kMeshVertComponent) || selected.component.hasFn(MFn::kCurveCVComponent);
+    const int place = isPoints ? selectionListIndexOf(objects, selected.path) : -1;
+    if (place < 0)
+        return false;
+    MSelectionList rebuilt;
+    for (unsigned int index = 0; index < objects.length(); ++index) {
+        EditedObject object;
+        findEditedObject(objects, index, object);
+        if (index != static_cast<unsigned int>(place)) {
+            rebuilt.add(object.path, object.component, false);
+            continue;
+        }
+        if (object.component.apiType() != selected.component.apiType())
+            return false;
+        rebuilt.add(object.path, united(object, selected.component, falloffs[index]), false);
+    }
+    objects = rebuilt;
+    return true;
+}
+
 /// A forward merge of two ascending lists: a selected index that lies before the last match is dropped.
 /// Selected edges and faces have indices of their own, which are no points.
 template <MFn::Type kind>
@@ -137,9 +197,14 @@ void morvaneContext::analyzeSelSkin(MSelectionList sel, MSelectionList& selected
                                     std::vector<MFloatArray>&, MObjectArray& skinClusters)
 {
     const WeightStore& store = modeRow(weightMode).store();
+    // Where the falloffs of these objects begin in the column: others may stand before them.
+    const std::size_t before = softSelectWeights.size() - selectedObjects.length();
     for (unsigned int item = 0; item < sel.length(); ++item) {
         EditedObject selected;
         if (!findEditedObject(sel, item, selected))
+            continue;
+        if (modeRow(weightMode).isLayerMode &&
+            uniteWithItemOnShape(selected, selectedObjects, softSelectWeights.data() + before))
             continue;
         MStatus status;
         MObject skinCluster = getSkinCluster(selected.path, status);
@@ -147,12 +212,7 @@ void morvaneContext::analyzeSelSkin(MSelectionList sel, MSelectionList& selected
             continue;
         skinClusters.append(skinCluster);
         selectedObjects.add(selected.path, selected.component, false);
-        const MFnComponent component(selected.component);
-        const int count = selected.component.isNull() ? 0 : component.elementCount();
-        std::vector<float> falloff(static_cast<std::size_t>(count > 0 ? count : 0));
-        for (std::size_t position = 0; position < falloff.size(); ++position)
-            falloff[position] = falloffAt(component, position);
         // Always the tool's own column, whichever the caller passed: a copy's falloff lands here too.
-        softSelectWeights.push_back(MFloatArray(falloff.data(), static_cast<unsigned int>(falloff.size())));
+        softSelectWeights.push_back(falloffsOf(selected.component));
     }
 }

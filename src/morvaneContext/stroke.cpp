@@ -71,11 +71,9 @@ void morvaneContext::prepareStroke()
 /// that the clamps would have changed.
 void morvaneContext::restorePressWeights()
 {
-    const WeightStore& store = modeRow(weightMode).store();
-    for (unsigned int index = 0; index < liveObjects.size(); ++index) {
-        EditedObject object;
-        if (liveObjects[index] != nullptr && findEditedObject(validSel, index, object))
-            store.undoStroke(*this, object);
+    for (const std::unique_ptr<LiveObject>& live : liveObjects) {
+        if (live != nullptr)
+            live->restore();
     }
 }
 

@@ -90,7 +90,7 @@ MStatus morvaneToolCommand::pasteObjects()
     return forEachObject(validSel, [&](const EditedObject& object) {
         const bool hasPaste = object.index < pasteWeights.size() &&
                               object.index < pasteNgAllInfluenceWeights.size() &&
-                              object.index < refusedObjects.size();
+                              object.index < pasteValues.size() && object.index < refusedObjects.size();
         return hasPaste && !refusedObjects[object.index] ? store.paste(*this, *this, object)
                                                          : MStatus(MS::kSuccess);
     });

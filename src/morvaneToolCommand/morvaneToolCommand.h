@@ -38,12 +38,7 @@ public:
     MStatus finalize() override;
 
     void setToolOperation(ToolOperation value) { toolOperation = value; }
-    void setPasteWeights(std::vector<MFloatArray> value) { pasteWeights = std::move(value); }
-    void setPasteNgAllInfluenceWeights(std::vector<std::vector<MDoubleArray>> value)
-    {
-        pasteNgAllInfluenceWeights = std::move(value);
-    }
-    void setRefusedObjects(std::vector<bool> value) { refusedObjects = std::move(value); }
+    void setPaste(PasteRecord value) { static_cast<PasteRecord&>(*this) = std::move(value); }
     void setOldSel(MSelectionList value) { oldSel = value; }
     void setNewSel(MSelectionList value) { newSel = value; }
     /// These two read the scene's soft selection, or the plain one where there is none.

@@ -38,6 +38,7 @@ protected:
         const MStatus status = skin.setBlendWeights(path, component, values);
         return status ? status : apiError(status, kContextSource, __LINE__);
     }
+    void writeOldValues() override { skin.setBlendWeights(path, component, values); }
 
 private:
     MFnSkinCluster skin;
@@ -131,7 +132,9 @@ MStatus DualQuaternionStore::paste(const EditRecord& record, const PasteRecord& 
 {
     if (object.index >= record.validSkinClusters.length())
         return MS::kSuccess;
-    const MDoubleArray values = floatToDouble(pasted.pasteWeights[object.index]);
+    const MDoubleArray& exact = pasted.pasteValues[object.index];
+    const MDoubleArray values =
+        exact.length() != 0 ? exact : floatToDouble(pasted.pasteWeights[object.index]);
     const MStatus status = MFnSkinCluster(record.validSkinClusters[object.index])
                                .setBlendWeights(object.path, object.component, values);
     return status ? status : apiError(status, kToolCommandSource, __LINE__);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kernels/clamp.h"
+#include "weightModes/influenceMatch.h"
 #include "weightModes/weightMode.h"
 
 #include <maya/MDagPath.h>
@@ -64,7 +65,10 @@ struct PasteRecord {
     /// mask and dual quaternion: whole shape.
     std::vector<MFloatArray> pasteWeights;
     std::vector<std::vector<MDoubleArray>>
-        pasteNgAllInfluenceWeights;   ///< per object, per influence, whole shape
+        pasteNgAllInfluenceWeights; ///< per object, per influence, whole shape
+    /// Per target object, in the layouts of pasteWeights: what a paste vertex by vertex writes instead, in
+    /// full precision. Empty otherwise, and in the modes that store single precision.
+    std::vector<MDoubleArray> pasteValues;
     std::vector<bool> refusedObjects; ///< objects for which neither the paste nor its undo writes anything
 };
 
@@ -77,8 +81,9 @@ struct CopyBuffer {
     std::vector<MDoubleArray> copiedSkinWeights;
     std::vector<MDoubleArray> copiedBlendWeights;
     MObjectArray copiedSkinClusters;
-    MIntArray copiedIndexArray;             ///< per object, its number of influences
-    WeightMode copiedWeightMode = kDefault; ///< mode of the last copy that succeeded
+    std::vector<InfluenceNames> copiedInfluenceNames; ///< of those skins, as they were called then
+    MIntArray copiedIndexArray;                       ///< per object, its number of influences
+    WeightMode copiedWeightMode = kDefault;           ///< mode of the last copy that succeeded
     std::vector<MDoubleArray> copiedNgWeights;
     std::vector<std::vector<MDoubleArray>> copiedAllInfluenceNgWeights;
 };

@@ -48,6 +48,14 @@ private:
     float before;
 };
 
+/// Not checked: a locked or connected element does not keep the others from being written.
+void setElements(const MPlug& array, const std::vector<int>& vertices, const MFloatArray& weights)
+{
+    for (std::size_t point = 0; point < vertices.size(); ++point)
+        setElement(array, vertices[point], weights[static_cast<unsigned int>(point)]);
+    refreshWrite(array);
+}
+
 class ElementLive : public FloatLive {
 public:
     ElementLive(const EditRecord& record, const EditedObject& object, const MPlug& weightsArray,
@@ -68,6 +76,7 @@ protected:
         const MStatus status = refreshWrite(array);
         return status ? status : apiError(status, kContextSource, __LINE__);
     }
+    void writeOldValues() override { setElements(array, vertices, values); }
 
 private:
     MPlug array;
@@ -225,11 +234,7 @@ void ElementPlugStore::writeElements(const EditRecord& record, const EditedObjec
         refuseObject(object.path, kUnequalArrays);
         return;
     }
-    // Element writes are not checked: a locked or connected element does not keep the others from being
-    // written.
-    for (std::size_t point = 0; point < vertices.size(); ++point)
-        setElement(array, vertices[point], weights[static_cast<unsigned int>(point)]);
-    refreshWrite(array);
+    setElements(array, vertices, weights);
 }
 
 MStatus ElementPlugStore::redoStroke(const EditRecord& record, const EditedObject& object) const

@@ -5,6 +5,7 @@
 #include "morvaneContext/morvaneContext.h"
 #include "report.h"
 #include "weightModes/modeTable.h"
+#include "weightModes/rowPaste.h"
 #include "weightModes/wholeShape.h"
 
 #include <maya/MDagPathArray.h>
@@ -49,18 +50,21 @@ private:
 
 class InfluenceLive : public LiveObject {
 public:
-    InfluenceLive(NgInfluenceWriter layerWriter, WholeShapeWeights shapeWeights)
-        : writer(std::move(layerWriter)), weights(std::move(shapeWeights))
+    /// The record outlives this.
+    InfluenceLive(const EditRecord& record, NgInfluenceWriter layerWriter, WholeShapeWeights shapeWeights)
+        : settings(record), writer(std::move(layerWriter)), weights(std::move(shapeWeights))
     {}
     std::size_t pointCount() const override { return weights.pointCount(); }
     void newWeights(double offset, double* values) const override { weights.newWeights(offset, values); }
     MStatus write(double offset) override
     {
-        writer.write(weights.offsetBy(offset));
+        writer.write(weights.offsetBy(offset), settings.distributeWeightsNg);
         return MS::kSuccess;
     }
+    void restore() override { writer.restore(); }
 
 private:
+    const EditRecord& settings; ///< whether to distribute may change while the mouse is down
     NgInfluenceWriter writer;
     WholeShapeWeights weights;
 };
@@ -126,9 +130,9 @@ NgInfluenceWriter writerFor(const EditRecord& record, const EditedObject& object
                             const std::vector<MDoubleArray>& oldAllWeights)
 {
     const unsigned int index = object.index;
-    return NgInfluenceWriter(
-        record.ngLayerIds[index], static_cast<unsigned int>(record.ngInfluenceIds[index]),
-        record.allInfluenceLogicalIds[index], oldAllWeights, object.path, record.distributeWeightsNg);
+    return NgInfluenceWriter(record.ngLayerIds[index],
+                             static_cast<unsigned int>(record.ngInfluenceIds[index]),
+                             record.allInfluenceLogicalIds[index], oldAllWeights, object.path);
 }
 
 /// The edited influence's array of one object, as the press read it.
@@ -149,7 +153,7 @@ std::unique_ptr<LiveObject> openStroke(const EditRecord& record, const EditedObj
         refuseObject(object.path, kSparseInfluences);
         return nullptr;
     }
-    return std::make_unique<InfluenceLive>(std::move(writer), std::move(weights));
+    return std::make_unique<InfluenceLive>(record, std::move(writer), std::move(weights));
 }
 
 /// Blocks of equal length, one after another.
@@ -323,6 +327,8 @@ PasteVerdict NgInfluenceStore::acceptsCopy(WeightMode copiedMode) const
 bool NgInfluenceStore::fillPaste(const PasteJob& job, PasteRecord& pasted) const
 {
     const unsigned int target = job.object.index;
+    if (job.perVertex)
+        return isEditable(job.target, job.object) && fillLayerRows(job, pasted);
     pasted.pasteNgAllInfluenceWeights = job.target.oldAllInfluenceNgWeight;
     if (!isEditable(job.target, job.object))
         return false;

@@ -56,6 +56,7 @@ public:
         writer.write(weights.offsetBy(offset));
         return MS::kSuccess;
     }
+    void restore() override { writer.write(weights.oldWeights()); }
 
 private:
     NgWeightsWriter writer;
@@ -75,6 +76,18 @@ bool hasColumns(const EditRecord& record, const EditedObject& object)
     if (!has)
         refuseObject(object.path, kUnequalArrays);
     return has;
+}
+
+/// The vertex whose copied weight a target point takes; kNotFound for none. A paste vertex by vertex takes
+/// the matched one. Otherwise it is the vertex at the match's position in the last copied object, even where
+/// another object was matched: with one copied object that is the matched vertex too.
+unsigned int sourceVertex(const PasteJob& job, std::size_t point)
+{
+    if (job.perVertex)
+        return static_cast<unsigned int>(job.match.ids[point]);
+    const auto position = static_cast<std::size_t>(job.match.positions[point]);
+    return position < job.lastCopiedIds.size() ? static_cast<unsigned int>(job.lastCopiedIds[position])
+                                               : kNotFound;
 }
 
 /// A read that failed half-way leaves objects without weights, and then nothing may be nudged either.
@@ -171,9 +184,11 @@ MStatus NgLayerStore::redoStroke(const EditRecord& record, const EditedObject& o
 MStatus NgLayerStore::paste(const EditRecord& record, const PasteRecord& pasted,
                             const EditedObject& object) const
 {
+    const MDoubleArray& exact = pasted.pasteValues[object.index];
     if (hasColumns(record, object))
         kLayerRows[kind].write(record.ngLayerIds[object.index],
-                               floatToDouble(pasted.pasteWeights[object.index]), object.path);
+                               exact.length() != 0 ? exact : floatToDouble(pasted.pasteWeights[object.index]),
+                               object.path);
     return MS::kSuccess;
 }
 
@@ -192,28 +207,26 @@ PasteVerdict NgLayerStore::acceptsCopy(WeightMode copiedMode) const
     return isLayer ? PasteVerdict::kAccepted : PasteVerdict::kStop;
 }
 
-/// The copied array is addressed by the vertex index that the match's position has in the last copied object,
-/// even where another object was matched. With one copied object it is the matched vertex.
 bool NgLayerStore::fillPaste(const PasteJob& job, PasteRecord& pasted) const
 {
     const unsigned int target = job.object.index;
     if (!hasColumns(job.target, job.object))
         return false;
-    MFloatArray weights = doubleToFloat(job.target.oldNgWeights[target]);
+    MDoubleArray weights(job.target.oldNgWeights[target]);
+    const std::vector<MDoubleArray>& copied = job.copied.copiedNgWeights;
     for (std::size_t point = 0; point < job.match.objects.size(); ++point) {
         const auto item = static_cast<std::size_t>(job.match.objects[point]);
-        const auto position = static_cast<std::size_t>(job.match.positions[point]);
-        const std::vector<int>& ids = job.lastCopiedIds;
-        const std::vector<MDoubleArray>& copied = job.copied.copiedNgWeights;
-        const bool reaches = item < copied.size() && position < ids.size() &&
-                             static_cast<unsigned int>(ids[position]) < copied[item].length();
+        const unsigned int source = sourceVertex(job, point);
         const auto vertex = static_cast<unsigned int>(job.targetIds[point]);
-        if (!reaches || vertex >= weights.length()) {
+        if (item >= copied.size() || source >= copied[item].length() || vertex >= weights.length()) {
             refuseObject(job.object.path, kCopyTooShort);
             return false;
         }
-        weights[vertex] = static_cast<float>(copied[item][static_cast<unsigned int>(ids[position])]);
+        weights[vertex] = copied[item][source];
     }
-    pasted.pasteWeights[target] = weights;
+    if (job.perVertex)
+        pasted.pasteValues[target] = weights;
+    else
+        pasted.pasteWeights[target] = doubleToFloat(weights);
     return true;
 }

@@ -4,6 +4,7 @@
 #include "report.h"
 #include "weightModes/modeTable.h"
 #include "weightModes/pointLive.h"
+#include "weightModes/rowPaste.h"
 
 namespace {
 
@@ -66,6 +67,8 @@ protected:
             status = skin.setWeights(path, component, influence, values, true);
         return status ? status : apiError(status, kContextSource, __LINE__);
     }
+    // Not normalised: the rows go back as they were, whatever their sums.
+    void writeOldValues() override { skin.setWeights(path, component, all, before, false); }
 
 private:
     MFnSkinCluster skin;
@@ -194,6 +197,12 @@ MStatus SkinInfluenceStore::paste(const EditRecord& record, const PasteRecord& p
         return MS::kSuccess;
     MFnSkinCluster skin(record.validSkinClusters[object.index]);
     MIntArray influences = allPhysicalIndices(skin);
+    MDoubleArray rows(pasted.pasteValues[object.index]);
+    if (rows.length() != 0) {
+        // Whole rows as they were copied: normalising them would only round them.
+        const MStatus written = skin.setWeights(object.path, object.component, influences, rows, false);
+        return written ? written : apiError(written, kToolCommandSource, __LINE__);
+    }
     MFloatArray values(pasted.pasteWeights[object.index]);
     // An array without values fits no component, whatever the platform makes of it.
     const MStatus status = values.length() == 0
@@ -223,6 +232,8 @@ PasteVerdict SkinInfluenceStore::acceptsCopy(WeightMode copiedMode) const
 /// built on it.
 bool SkinInfluenceStore::fillPaste(const PasteJob& job, PasteRecord& pasted) const
 {
+    if (job.perVertex)
+        return fillSkinRows(job, pasted);
     const CopyBuffer& copied = job.copied;
     const unsigned int target = job.object.index;
     const std::size_t points = job.match.objects.size();

@@ -1,5 +1,6 @@
 #include "weightModes/weightStore.h"
 
+#include "helperFunctions/helperFunctions.h"
 #include "report.h"
 #include "weightModes/modeTable.h"
 
@@ -33,7 +34,7 @@ bool WeightStore::fillPaste(const PasteJob& job, PasteRecord& pasted) const
     for (std::size_t item = 0; item < items.size(); ++item)
         items[item] = source.copiedValues(job.copied, item);
     const std::size_t count = job.match.objects.size();
-    std::vector<float> values(count);
+    std::vector<double> values(count);
     for (std::size_t point = 0; point < count; ++point) {
         const auto item = static_cast<std::size_t>(job.match.objects[point]);
         const auto position = static_cast<std::size_t>(job.match.positions[point]);
@@ -41,8 +42,11 @@ bool WeightStore::fillPaste(const PasteJob& job, PasteRecord& pasted) const
             refuseObject(job.object.path, kCopyTooShort);
             return false;
         }
-        values[point] = static_cast<float>(items[item][position]);
+        values[point] = items[item][position];
     }
-    pasted.pasteWeights[job.object.index] = MFloatArray(values.data(), static_cast<unsigned int>(count));
+    const MDoubleArray exact(values.data(), static_cast<unsigned int>(count));
+    pasted.pasteWeights[job.object.index] = doubleToFloat(exact);
+    if (job.perVertex)
+        pasted.pasteValues[job.object.index] = exact;
     return true;
 }

@@ -71,6 +71,9 @@ public:
     virtual void newWeights(double offset, double* values) const = 0;
     /// Writes them into the scene; a failure is reported here and returned.
     virtual MStatus write(double offset) = 0;
+    /// Puts back what was stored at the press, without clamping or normalising it. Not checked: what cannot
+    /// be written does not keep the rest from being restored.
+    virtual void restore() = 0;
 };
 
 /// Whether a copy goes with the mode it is pasted in.
@@ -95,6 +98,7 @@ struct PasteJob {
     const PasteMatch& match;
     const std::vector<int>& targetIds;     ///< vertex indices of the target's component
     const std::vector<int>& lastCopiedIds; ///< vertex indices of the last copied item's component
+    bool perVertex;                        ///< every target point gets just what its match had
 };
 
 /// Where the weights of one family of modes live. One constant object per mode, in the mode table; no state.

@@ -21,6 +21,8 @@ public:
     void newWeights(double offset, double* values) const;
     /// The whole array with the picked points offset.
     const std::vector<double>& offsetBy(double offset);
+    /// The whole array as it was.
+    const std::vector<double>& oldWeights() const { return old; }
 
 private:
     MDagPath path;

@@ -37,12 +37,13 @@ TEST_F(ContextCommand, AFreshToolReportsItsDefaults)
         const char* flag;
         host::mel::Value value;
     } rows[] = {
-        {"deformer", ""},     {"clampMin", 1},           {"clampMax", 0},
-        {"weightMin", 0.0},   {"weightMax", 1.0},        {"displayPrecision", 2},
-        {"target", ""},       {"displayWeights", 1},     {"fontSize", 12},
-        {"fontOpacity", 1.0}, {"fontColorR", 1.0},       {"fontColorG", 1.0},
-        {"fontColorB", 1.0},  {"weightMode", "default"}, {"plug", ""},
-        {"influence", ""},    {"ngLayer", ""},           {"ngDistributeWeights", 1},
+        {"deformer", ""},      {"clampMin", 1},           {"clampMax", 0},
+        {"weightMin", 0.0},    {"weightMax", 1.0},        {"displayPrecision", 2},
+        {"target", ""},        {"displayWeights", 1},     {"fontSize", 12},
+        {"fontOpacity", 1.0},  {"fontColorR", 1.0},       {"fontColorG", 1.0},
+        {"fontColorB", 1.0},   {"weightMode", "default"}, {"plug", ""},
+        {"influence", ""},     {"ngLayer", ""},           {"ngDistributeWeights", 1},
+        {"pastePerVertex", 0},
     };
     for (const auto& row : rows)
         EXPECT_EQ(query(row.flag), row.value) << row.flag << " gives " << query(row.flag).toString();
@@ -84,6 +85,8 @@ TEST_F(ContextCommand, EveryFlagIsEditedAndQueriedByEitherName)
         {"-t smile", "target", "smile"},
         {"-ngl \"a layer\"", "ngLayer", "a layer"},
         {"-dis false", "ngDistributeWeights", 0},
+        {"-ppv true", "pastePerVertex", 1},
+        {"-pastePerVertex off", "ppv", 0},
     };
     for (const auto& row : rows) {
         edit(row.edit);

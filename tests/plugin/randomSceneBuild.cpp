@@ -258,6 +258,7 @@ void RandomScene::addSkin(const std::string& name, const std::vector<std::string
         if (known.name != name)
             continue;
         known.influences = static_cast<int>(joints.size());
+        known.joints = joints;
         const auto edited = std::find(joints.begin(), joints.end(), "knee");
         known.influence = edited == joints.end() ? -1 : static_cast<int>(edited - joints.begin());
         const auto still = std::find(joints.begin(), joints.end(), "hip");

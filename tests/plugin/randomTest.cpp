@@ -194,9 +194,12 @@ void RandomTool::copyOrPaste()
         ++counts["copy"];
     } else {
         const std::size_t entries = model.undoCount();
+        model.settings.perVertex = below(2) == 0;
+        edit(std::string("-pastePerVertex ") + (model.settings.perVertex ? "true" : "false"));
         model.paste();
         edit("-paste true");
-        ++counts[model.undoCount() > entries ? "paste" : "refused paste"];
+        const std::string how = model.settings.perVertex ? "paste vertex by vertex" : "paste";
+        ++counts[model.undoCount() > entries ? how : "refused " + how];
     }
 }
 
@@ -413,8 +416,9 @@ TEST_P(RandomTool, DoesWhatTheModelSays)
         return; // too short to have met everything
     for (const Pairing& pairing : pairings)
         EXPECT_GT(counts["stroke in " + std::string(modeName(pairing.mode))], 0) << modeName(pairing.mode);
-    for (const char* wanted : {"marquee", "click", "select", "copy", "paste", "undo bit for bit",
-                               "redo like live", "soft", "symmetry", "stroke on several objects"})
+    for (const char* wanted :
+         {"marquee", "click", "select", "copy", "paste", "paste vertex by vertex", "undo bit for bit",
+          "redo like live", "soft", "symmetry", "stroke on several objects"})
         EXPECT_GT(counts[wanted], 0) << wanted;
 }
 

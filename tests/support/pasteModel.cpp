@@ -67,6 +67,8 @@ bool WeightModel::match(const EditModel& edit, const CopyModel& copy, const Piec
 PastedWeights WeightModel::pastedOn(const EditModel& edit, const CopyModel& copy, std::size_t place,
                                     const MatchModel& match) const
 {
+    if (edit.settings.perVertex && !isFloatMode(edit.settings.mode))
+        return pastedPerVertex(edit, copy, place, match);
     PastedWeights pasted;
     const Piece& piece = edit.pieces[place];
     const auto refuse = [&pasted] {
@@ -122,6 +124,67 @@ PastedWeights WeightModel::pastedOn(const EditModel& edit, const CopyModel& copy
     return pasted;
 }
 
+/// A row of a copied shape's influences as one of another shape's, joint by joint. What the other shape lacks
+/// makes its own grow in proportion. False when there is weight and none of it can go over.
+bool WeightModel::carryOver(const Piece& from, const Values& source, int to, Values& row) const
+{
+    const std::vector<std::string>& theirs = shapes[at(from.shape)].joints;
+    const std::vector<std::string>& mine = shapes[at(to)].joints;
+    double all = 0, kept = 0;
+    Values carried(mine.size());
+    for (std::size_t j = 0; j < theirs.size(); ++j) {
+        const auto found = std::find(mine.begin(), mine.end(), theirs[j]);
+        all += source[j];
+        if (found == mine.end())
+            continue;
+        carried[static_cast<std::size_t>(found - mine.begin())] = source[j];
+        kept += source[j];
+    }
+    if (all > 0 && kept <= 0)
+        return false;
+    for (double& weight : carried)
+        weight *= kept > 0 ? all / kept : 1;
+    row = carried;
+    return true;
+}
+
+PastedWeights WeightModel::pastedPerVertex(const EditModel& edit, const CopyModel& copy, std::size_t place,
+                                           const MatchModel& match) const
+{
+    PastedWeights pasted;
+    const Piece& piece = edit.pieces[place];
+    pasted.arrays = edit.old[place].arrays;
+    pasted.rows = edit.old[place].rows;
+    bool any = false;
+    for (std::size_t k = 0; k < match.matches.size(); ++k) {
+        const MatchModel::Match& from = match.matches[k];
+        const Piece& source = copy.pieces[from.object];
+        const OldWeights& theirs = copy.weights[from.object];
+        const std::size_t to = at(piece.points[k]);
+        if (edit.settings.mode == Mode::kBlend) {
+            pasted.numbers.push_back(theirs.numbers[from.position]);
+            any = true;
+        } else if (edit.settings.mode == Mode::kSkin) {
+            any |= carryOver(source, theirs.rows[from.position], piece.shape, pasted.rows[k]);
+        } else if (edit.settings.mode == Mode::kInfluence) {
+            Values row, copied;
+            for (const auto& array : theirs.arrays)
+                copied.push_back(array.second[at(from.vertex)]);
+            if (!carryOver(source, copied, piece.shape, row))
+                continue;
+            any = true;
+            for (std::size_t j = 0; j < row.size(); ++j)
+                pasted.arrays.at(std::to_string(j))[to] = row[j];
+        } else {
+            const Values& copied = theirs.arrays.begin()->second;
+            pasted.arrays.begin()->second[to] = copied[at(from.vertex)];
+            any = true;
+        }
+    }
+    pasted.refused = !any;
+    return pasted;
+}
+
 bool WeightModel::preparePaste(EditModel& edit, const CopyModel& copy) const
 {
     const Mode mode = edit.settings.mode;
@@ -133,7 +196,7 @@ bool WeightModel::preparePaste(EditModel& edit, const CopyModel& copy) const
         return false;
     // A skin paste of another mode's copy goes on with nothing to write, and fails at that.
     if (mode == Mode::kSkin && copy.mode != Mode::kSkin)
-        return true;
+        return false;
     bool known = mode != Mode::kInfluence || copy.mode == Mode::kInfluence;
     for (const Piece& piece : copy.pieces)
         known = known && restOf(edit.deformer, copy.fromSkins, piece.shape) != nullptr;
@@ -146,10 +209,12 @@ bool WeightModel::preparePaste(EditModel& edit, const CopyModel& copy) const
             pasted.refused = true;
         // Every object starts from what all of them held before the paste: of several only the last one
         // keeps what it is given.
-        for (std::size_t earlier = 0; known && mode == Mode::kInfluence && earlier < place; ++earlier)
+        const bool resets = known && mode == Mode::kInfluence && !edit.settings.perVertex;
+        for (std::size_t earlier = 0; resets && earlier < place; ++earlier)
             edit.pasted[earlier].arrays = edit.old[earlier].arrays;
     }
-    return true;
+    return std::any_of(edit.pasted.begin(), edit.pasted.end(),
+                       [](const PastedWeights& pasted) { return !pasted.refused; });
 }
 
 void WeightModel::paste(const EditModel& edit)
@@ -159,14 +224,12 @@ void WeightModel::paste(const EditModel& edit)
         const PastedWeights& pasted = edit.pasted[place];
         if (pasted.refused)
             continue;
-        // Nothing to write to a skin, which another mode's copy gives: that ends the paste.
-        if (edit.settings.mode == Mode::kSkin && pasted.row.empty())
-            return;
         for (const auto& array : pasted.arrays)
             writeLayer(piece.shape, layerId(edit.settings, piece.shape), array.first, array.second);
         for (std::size_t k = 0; k < piece.points.size() && !isLayerMode(edit.settings.mode); ++k)
             if (edit.settings.mode == Mode::kSkin)
-                weights.skin[at(piece.shape)][at(piece.points[k])] = pasted.row;
+                weights.skin[at(piece.shape)][at(piece.points[k])] =
+                    pasted.rows.empty() ? pasted.row : pasted.rows[k];
             else
                 (*numbers(edit, piece.shape))[at(piece.points[k])] = pasted.numbers[k];
     }

@@ -179,7 +179,7 @@ void ToolModel::releaseStroke(double offset, bool moved)
     if (offset == 0) {
         if (moved) { // what the drag has written is taken back
             scene.stroke(command.edit, true);
-            scene.undoStroke(command.edit);
+            scene.restore(command.edit);
         }
         if (selectionChanged)
             recordSelection();

@@ -60,6 +60,26 @@ std::vector<std::string> targetsOf(Mode mode, const ModelShape& shape)
     return targets;
 }
 
+/// Adds a piece to the one on its shape, if there is one: points of both have the falloff of the later.
+void unite(Pieces& pieces, const Piece& part)
+{
+    const auto same = std::find_if(pieces.begin(), pieces.end(),
+                                   [&](const Piece& piece) { return piece.shape == part.shape; });
+    if (same == pieces.end()) {
+        pieces.push_back(part);
+        return;
+    }
+    std::map<int, float> points;
+    for (const Piece* piece : {static_cast<const Piece*>(&*same), &part})
+        for (std::size_t k = 0; k < piece->points.size(); ++k)
+            points[piece->points[k]] = piece->falloff.empty() ? 1.0F : piece->falloff[k];
+    *same = {part.shape, {}, {}};
+    for (const auto& [point, falloff] : points) {
+        same->points.push_back(point);
+        same->falloff.push_back(falloff);
+    }
+}
+
 /// What the others become when one influence of a layer goes from `old` to `now` at one vertex.
 void shareOut(std::vector<double*> others, double old, double now, bool distribute)
 {
@@ -218,7 +238,7 @@ Pieces WeightModel::edited(const Settings& settings, int deformer, const RichPie
         for (const Piece& piece : *side) {
             Piece part = byMembers ? members(deformers[at(deformer)], piece) : piece;
             if (!part.points.empty() && (byMembers || isEdited(settings, piece.shape)))
-                found.push_back(std::move(part));
+                isLayerMode(settings.mode) ? unite(found, part) : found.push_back(std::move(part));
         }
     return found;
 }
@@ -328,7 +348,6 @@ void WeightModel::stroke(const EditModel& edit, bool live)
     }
 }
 
-/// Whole arrays are written from what the press found, so of two pieces of one shape the second one stays.
 void WeightModel::strokeLayer(const EditModel& edit, std::size_t place)
 {
     const Piece& piece = edit.pieces[place];
@@ -377,6 +396,16 @@ void WeightModel::undoStroke(const EditModel& edit)
             else
                 (*numbers(edit, piece.shape))[at(piece.points[k])] = edit.old[place].numbers[k];
     }
+}
+
+void WeightModel::restore(const EditModel& edit)
+{
+    if (!isLayerMode(edit.settings.mode))
+        return undoStroke(edit);
+    for (std::size_t place = 0; place < edit.pieces.size(); ++place)
+        for (const auto& [target, values] : edit.old[place].arrays)
+            writeLayer(edit.pieces[place].shape, layerId(edit.settings, edit.pieces[place].shape), target,
+                       values);
 }
 
 void WeightModel::writeLayer(int shape, int id, const std::string& target, const Values& values)

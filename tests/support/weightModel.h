@@ -40,6 +40,7 @@ struct Settings {
     double low = 0, high = 1;
     std::string deformer, target, layer;
     bool distribute = true;
+    bool perVertex = false; ///< pastes give every point just what its match had
 };
 
 struct ModelLayer {
@@ -54,12 +55,13 @@ struct ModelShape {
     std::string name; ///< of the transform
     enum Kind { kMesh, kCurve, kSurface, kLattice } kind = kMesh;
     int size = 0;
-    Points rest;                    ///< undeformed, in its own space
-    int influences = 0;             ///< of its skin; 0: it has none
-    int influence = -1;             ///< the one that strokes edit; -1: it is not among them
-    int hip = -1;                   ///< the one that does not move
-    std::vector<ModelLayer> layers; ///< lowest first; empty: none attached
-    Rows baseRows;                  ///< skin weights below the layers
+    Points rest;                     ///< undeformed, in its own space
+    int influences = 0;              ///< of its skin; 0: it has none
+    std::vector<std::string> joints; ///< what they are called
+    int influence = -1;              ///< the one that strokes edit; -1: it is not among them
+    int hip = -1;                    ///< the one that does not move
+    std::vector<ModelLayer> layers;  ///< lowest first; empty: none attached
+    Rows baseRows;                   ///< skin weights below the layers
     Values baseBlend;
     Point place = {0, 0, 0}; ///< its translation
     Point scale = {1, 1, 1}; ///< of lattices; nothing else scales or turns a shape
@@ -100,6 +102,7 @@ struct PastedWeights {
     bool refused = false; ///< neither the paste nor its undo writes anything
     Values numbers;
     Values row; ///< the same for every point
+    Rows rows;  ///< one for every point
     std::map<std::string, Values> arrays;
 };
 
@@ -152,6 +155,8 @@ public:
     /// Whether redoing it gives what the mouse left, to the last bit: the two clamp in different ways.
     bool redoesAlike(const EditModel& edit) const;
     void undoStroke(const EditModel& edit);
+    /// Puts back everything that the edit found.
+    void restore(const EditModel& edit);
     /// Fills `edit.pasted`. False when the paste is stopped before anything is written or recorded.
     bool preparePaste(EditModel& edit, const CopyModel& copy) const;
     void paste(const EditModel& edit);
@@ -177,6 +182,9 @@ private:
     bool match(const EditModel& edit, const CopyModel& copy, const Piece& target, MatchModel& found) const;
     PastedWeights pastedOn(const EditModel& edit, const CopyModel& copy, std::size_t place,
                            const MatchModel& match) const;
+    PastedWeights pastedPerVertex(const EditModel& edit, const CopyModel& copy, std::size_t place,
+                                  const MatchModel& match) const;
+    bool carryOver(const Piece& from, const Values& source, int to, Values& row) const;
     void strokeLayer(const EditModel& edit, std::size_t place);
     void writeLayer(int shape, int id, const std::string& target, const Values& values);
     Values& paintedArray(int shape, int id, const std::string& target);

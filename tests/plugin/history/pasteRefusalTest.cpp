@@ -127,6 +127,9 @@ TEST_P(PasteRefusal, IsSaidAndNothingIsWrittenForTheObject)
         EXPECT_EQ(done.at(array) != old.at(array), mesh == row.written) << array;
     }
     EXPECT_EQ(sceneText(session) == scene, row.written < 0);
+    EXPECT_EQ(session.undo().undoCount(), row.written < 0 ? 0u : 1u);
+    if (row.written < 0)
+        return;
     for (int round = 0; round < 2; ++round) {
         mel("undo");
         EXPECT_EQ(state(), old);

@@ -126,6 +126,33 @@ TEST_P(StrokeHistory, RedoBringsBackTheLiveStrokeBitForBitWhereBothClampsAreThos
     }
 }
 
+// Whatever was stored: beyond the clamps, beyond 0 and 1, rows of a skin that do not sum to one.
+TEST_P(StrokeHistory, DraggedBackToThePressPointLeavesJustWhatWasStored)
+{
+    setClamps({true, true, 0, 0.7});
+    const Pixel motion = dragFor(0.35);
+    State odd = start;
+    for (auto& [array, numbers] : odd)
+        for (std::size_t index = 0; index < numbers.size(); ++index)
+            if (index / (array.compare(0, 4, "skin") == 0 ? 3 : 1) != kClicked && array != "layer mask 0")
+                numbers[index] = static_cast<double>(static_cast<float>(numbers[index] * 1.25 - 0.125));
+    for (const char* ending : {"", "setToolTo selectSuperContext"}) {
+        SCOPED_TRACE(ending);
+        toolOn();
+        setState(odd);
+        session.undo().flush();
+        const Pixel from = pixelOf(vertexName(0, kClicked));
+        press(from);
+        drag({from.x + motion.x, from.y + motion.y});
+        EXPECT_FALSE(state() == odd);
+        drag(from);
+        mel(ending);
+        release(from);
+        EXPECT_TRUE(state() == odd);
+        EXPECT_EQ(session.undo().undoCount(), 0u);
+    }
+}
+
 // C works while the mouse is down, and on other objects than those of the stroke.
 TEST_P(StrokeHistory, ACopyInTheMiddleLeavesTheStrokeAndItsRecordAlone)
 {

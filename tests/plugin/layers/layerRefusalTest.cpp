@@ -162,13 +162,10 @@ TEST_F(LayerRefusal, InfluencesWithGapsInTheirIndicesAreRefusedBeforeAnythingIsW
         expectWarning(shape + ": the logical indices of its influences have gaps, which layer weights cannot "
                               "address; nothing was written for it.");
         edit("-paste true");
-        mel("undo");
-        mel("redo");
         for (const std::string& text : layerCommands())
             EXPECT_EQ(text.find(" -e "), std::string::npos) << text;
         EXPECT_EQ(sceneText(session), start);
-        EXPECT_LE(session.undo().undoCount(), entries + 1);
-        session.undo().flush();
+        EXPECT_EQ(session.undo().undoCount(), entries) << "there is nothing to undo";
     }
     // The other targets do not use influences as positions.
     edit("-weightMode ngSkinToolsMask");

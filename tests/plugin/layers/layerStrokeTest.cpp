@@ -234,4 +234,27 @@ TEST_F(LayerModes, StrokesShareOutInfluenceWeightsByTheRule)
     }
 }
 
+TEST_F(LayerModes, WhetherToShareOutMayChangeWhileTheMouseIsDown)
+{
+    edit("-weightMode ngSkinToolsInfluence -ngDistributeWeights true");
+    const Weights hip = painted(1, "0");
+    const Pixel start = at(1), far = farAway("1", 1, true);
+    press(start);
+    drag(far);
+    EXPECT_NE(painted(1, "0"), hip);
+    edit("-ngDistributeWeights false");
+    drag({(start.x + far.x) / 2, (start.y + far.y) / 2});
+    EXPECT_EQ(painted(1, "0"), hip) << "it counts from the next event";
+    edit("-ngDistributeWeights true");
+    drag(far);
+    release(far);
+    const Weights knee = painted(1, "1"), shared = painted(1, "0");
+    EXPECT_NE(shared, hip);
+    mel("undo");
+    paint(1, "0", hip);
+    mel("redo");
+    EXPECT_EQ(painted(1, "1"), knee);
+    EXPECT_EQ(painted(1, "0"), shared);
+}
+
 } // namespace
