@@ -7,7 +7,7 @@ namespace workbench {
 
 /// What the command line asks for.
 struct Options {
-    /// A MEL file or MEL text; they run in the order given, files and texts mixed.
+    /// A MEL file ("-" is standard input) or MEL text; they run in the order given, files and texts mixed.
     struct Task {
         enum class Kind { kFile, kText };
         Kind kind;
@@ -20,6 +20,7 @@ struct Options {
     std::string plugIn; ///< empty = the one built beside the program
     bool noPlugIn = false;
     int width = 960, height = 540;  ///< viewport, pixels
+    double scale = 1;               ///< pixels of the picture per pixel of the viewport
     std::string image, save, trace; ///< files to write; empty = not asked for
     double seconds = 0;             ///< the window closes after so long; 0 = never
 };

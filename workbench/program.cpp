@@ -17,8 +17,20 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <iostream>
+#include <iterator>
 
 namespace workbench {
+
+namespace {
+
+/// All of it; the second time there is nothing left, as of any stream.
+std::string standardInput()
+{
+    return {std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()};
+}
+
+} // namespace
 
 /// The trace as a file, written line by line so that it is complete up to a crash.
 class Program::TraceFile {
@@ -135,7 +147,9 @@ void Program::loadPlugIn()
 
 void Program::runTask(const Options::Task& task)
 {
-    if (task.kind == Options::Task::Kind::kFile)
+    if (task.kind == Options::Task::Kind::kFile && task.value == "-")
+        hostSession.mel().execute(standardInput(), "standard input");
+    else if (task.kind == Options::Task::Kind::kFile)
         hostSession.mel().source(task.value);
     else
         hostSession.mel().execute(task.value);

@@ -26,6 +26,20 @@ TEST(Batch, RunsScriptsAndCommandsInTheOrderGiven)
     EXPECT_TRUE(contains(run.err, "// Warning: careful //")) << run.err;
 }
 
+TEST(Batch, AScriptMayComeFromStandardInput)
+{
+    const Folder folder;
+    const std::string input = folder.write("input", "int $x = 3;\nprint ($x + 1);\n");
+    const RunResult run = runWorkbench(
+        {"--batch", "--no-plug-in", "--script", "-", "-c", "print \" after\""}, {}, input);
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.out, "4 after");
+    const RunResult bad = runWorkbench({"--batch", "--no-plug-in", "--script", "-"}, {},
+                                       folder.write("bad", "print 1;\nnonsense;\n"));
+    EXPECT_EQ(bad.status, 1);
+    EXPECT_TRUE(contains(bad.err, "standard input") && contains(bad.err, "line 2")) << bad.err;
+}
+
 TEST(Batch, WrongUsageEndsWithTwo)
 {
     const std::vector<std::vector<std::string>> wrong = {
@@ -37,6 +51,11 @@ TEST(Batch, WrongUsageEndsWithTwo)
         {"--batch", "--plug-in", "x.so", "--no-plug-in"},
         {"--batch", "--seconds", "3"},
         {"--batch", "one.ma", "two.ma"},
+        {"--batch", "--scale", "0"},
+        {"--batch", "--size", "8192x1000", "--scale", "4"},
+        {"--batch", "--image", "view.jpg"},
+        {"--batch", "--save", "scene.mb"},
+        {"--batch", "--save", "ma"},
         {}, // no window in this build
     };
     for (const std::vector<std::string>& arguments : wrong) {
@@ -45,6 +64,8 @@ TEST(Batch, WrongUsageEndsWithTwo)
         EXPECT_EQ(run.out, "") << ::testing::PrintToString(arguments);
         EXPECT_NE(run.err, "") << ::testing::PrintToString(arguments);
     }
+    EXPECT_TRUE(contains(runWorkbench({"--batch", "--save", "scene.mb"}).err, ".ma"));
+    EXPECT_TRUE(contains(runWorkbench({"--batch", "--image", "view.jpg"}).err, ".png"));
     EXPECT_EQ(runWorkbench({"--help"}).status, 0);
     EXPECT_TRUE(contains(runWorkbench({"--version"}).out, "morvane-workbench 4"));
 }
@@ -95,15 +116,17 @@ TEST(Batch, UnwritableResultsLeaveTheOldFileIntact)
 {
     const Folder folder;
     std::filesystem::create_directory(folder.file("folder.png"));
-    for (const char* option : {"--image", "--save"}) {
-        const RunResult noFolder =
-            runWorkbench({"--batch", "--no-plug-in", option, folder.file("no/such/file")});
+    std::filesystem::create_directory(folder.file("folder.ma"));
+    const std::pair<const char*, const char*> endings[] = {{"--image", ".png"}, {"--save", ".MA"}};
+    for (const auto& [option, ending] : endings) {
+        const std::string missing = std::string("no/such/file") + ending;
+        const RunResult noFolder = runWorkbench({"--batch", "--no-plug-in", option, folder.file(missing)});
         EXPECT_EQ(noFolder.status, 1) << option;
-        EXPECT_TRUE(contains(noFolder.err, "no/such/file")) << noFolder.err;
-        EXPECT_EQ(runWorkbench({"--batch", "--no-plug-in", option, folder.file("folder.png")}).status, 1)
-            << option;
+        EXPECT_TRUE(contains(noFolder.err, missing)) << noFolder.err;
     }
-    EXPECT_EQ(folder.names(), std::vector<std::string>({"folder.png"}))
+    EXPECT_EQ(runWorkbench({"--batch", "--no-plug-in", "--image", folder.file("folder.png")}).status, 1);
+    EXPECT_EQ(runWorkbench({"--batch", "--no-plug-in", "--save", folder.file("folder.ma")}).status, 1);
+    EXPECT_EQ(folder.names().size(), 2U)
         << "half-written files were left behind";
     EXPECT_EQ(runWorkbench({"--batch", "--no-plug-in", "--save", "/dev/full/x.ma"}).status, 1);
 }

@@ -24,13 +24,14 @@ std::string quoted(const std::string& text)
 
 } // namespace
 
-RunResult runWorkbench(const std::vector<std::string>& arguments, const std::string& environment)
+RunResult runWorkbench(const std::vector<std::string>& arguments, const std::string& environment,
+                       const std::string& input)
 {
     const Folder folder;
     std::string command = (environment.empty() ? "" : "env " + environment + " ") + quoted(WORKBENCH_PROGRAM);
     for (const std::string& argument : arguments)
         command += " " + quoted(argument);
-    command += " >" + quoted(folder.file("out")) + " 2>" + quoted(folder.file("err"));
+    command += " <" + quoted(input) + " >" + quoted(folder.file("out")) + " 2>" + quoted(folder.file("err"));
     const int status = std::system(command.c_str());
     RunResult result;
     result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;

@@ -11,8 +11,10 @@ struct RunResult {
     std::string out, err;
 };
 
-/// Runs the built program with arguments and waits for it. `environment` is put in front ("NAME=value").
-RunResult runWorkbench(const std::vector<std::string>& arguments, const std::string& environment = {});
+/// Runs the built program with arguments and waits for it. `environment` is put in front ("NAME=value");
+/// `input` is the file that it gets as standard input.
+RunResult runWorkbench(const std::vector<std::string>& arguments, const std::string& environment = {},
+                       const std::string& input = "/dev/null");
 
 /// A folder of its own for each test, removed afterwards.
 class Folder {

@@ -48,7 +48,7 @@ public:
 using GeometryRef = std::shared_ptr<const Geometry>;
 
 struct MeshTopology {
-    std::vector<std::array<int, 3>> edges; ///< two vertices and the hardness flag, in file order
+    std::vector<std::array<int, 3>> edges; ///< two vertices and 1 if soft, 0 if hard, in file order
     std::vector<int> faceCounts;           ///< corners per face
     std::vector<int> faceVertices;         ///< all corners, face after face
     std::vector<int> faceEdges;            ///< all corners' edges as in files: e >= 0 forward, -e-1 backward

@@ -137,6 +137,36 @@ struct CubeGrid {
     }
 };
 
+/// Twice a face's area, along its normal.
+Imath::V3d areaOf(const Points& points, const int* vertices, int count)
+{
+    Imath::V3d area(0, 0, 0);
+    for (int k = 0; k < count; ++k)
+        area += points[static_cast<std::size_t>(vertices[k])].cross(
+            points[static_cast<std::size_t>(vertices[(k + 1) % count])]);
+    return area;
+}
+
+/// Marks the edges that are shaded soft: those of two faces that meet at less than a right angle. The round
+/// sides of primitives are soft so and their rims hard.
+void softenEdges(MeshTopology& topology, const Points& points)
+{
+    constexpr double kAlmostRightAngle = 0.02; // cosine
+    std::vector<std::vector<Imath::V3d>> normals(topology.edges.size());
+    std::size_t begin = 0;
+    for (const int count : topology.faceCounts) {
+        const Imath::V3d normal = areaOf(points, &topology.faceVertices[begin], count).normalized();
+        for (int k = 0; k < count; ++k) {
+            const int edge = topology.faceEdges[begin + static_cast<std::size_t>(k)];
+            normals[static_cast<std::size_t>(edge >= 0 ? edge : -edge - 1)].push_back(normal);
+        }
+        begin += static_cast<std::size_t>(count);
+    }
+    for (std::size_t edge = 0; edge < normals.size(); ++edge)
+        topology.edges[edge][2] =
+            normals[edge].size() == 2 && normals[edge][0].dot(normals[edge][1]) > kAlmostRightAngle ? 1 : 0;
+}
+
 } // namespace
 
 std::shared_ptr<MeshData> meshFromFaces(Points points, std::vector<int> faceCounts,
@@ -166,6 +196,7 @@ std::shared_ptr<MeshData> meshFromFaces(Points points, std::vector<int> faceCoun
     }
     topology->faceCounts = std::move(faceCounts);
     topology->faceVertices = std::move(faceVertices);
+    softenEdges(*topology, points);
 
     auto mesh = std::make_shared<MeshData>();
     mesh->pointsRef = std::make_shared<Points>(std::move(points));

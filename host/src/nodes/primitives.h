@@ -24,7 +24,7 @@ std::shared_ptr<MeshData> sphereMesh(double radius, int sx, int sy);
 /// its inner rings from the outside in and, when capRings > 0, its centre. capRings 0: one polygon per cap.
 std::shared_ptr<MeshData> cylinderMesh(double radius, double height, int sx, int sy, int capRings);
 
-/// A mesh from points and faces, with the edges and the faces' edge words worked out.
+/// A mesh from points and faces, with the edges, which of them are soft and the faces' edge words worked out.
 std::shared_ptr<MeshData> meshFromFaces(Points points, std::vector<int> faceCounts,
                                         std::vector<int> faceVertices);
 

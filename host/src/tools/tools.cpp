@@ -253,8 +253,9 @@ void Tools::route(Step step, const Event& details)
         }
     };
     callContext([&] { Api::withDrawing(drawn, owner.viewport(), call); });
-    // Events that draw nothing at all leave the overlay alone; an empty drawable clears it.
-    if (drawn.drawables > 0)
+    // Events that draw nothing at all leave the overlay alone; an empty drawable clears it, and so does the
+    // end of a gesture: what was drawn for the drag (a marquee) is over then.
+    if (drawn.drawables > 0 || step == Step::kRelease)
         owner.drawing() = std::move(drawn);
 }
 

@@ -8,7 +8,7 @@
 namespace host {
 
 /// What plug-ins drew through MUIDrawManager in the last event that drew: the overlay of the viewport. Each
-/// event's drawing replaces the one before (an empty drawable clears it).
+/// event's drawing replaces the one before (an empty drawable clears it, a release always does).
 struct DrawRecord {
     struct Text {
         Imath::V3d position; ///< world; pixels when screenSpace

@@ -130,6 +130,11 @@ Imath::V3d worldPosition(const SelectionItem& item, const std::string& text)
     return geometry->points()[static_cast<std::size_t>(points.front())] * worldMatrix(*dag);
 }
 
+Value viewportSize(Session& session, const Args&)
+{
+    return mel::IntArray{session.viewport().width, session.viewport().height};
+}
+
 Value viewportProject(Session& session, const Args& args)
 {
     const std::string text = args.objectNames().front();
@@ -159,6 +164,7 @@ void registerViewCommands(mel::CommandRegistry& registry)
         viewFit);
     registry.add(CommandSpec("lookThru").objects(0, 2).query(), lookThru);
     registry.add(CommandSpec("refresh").flag("f", "force").flag("cv", "currentView"), refresh);
+    registry.add(CommandSpec("viewportSize"), viewportSize);
     registry.add(CommandSpec("viewportProject").objects(1, 1), viewportProject);
 }
 
