@@ -105,7 +105,8 @@ ParseResult parseCommandLine(int argc, const char* const* argv)
     app.add_option("scene", options.scene, "Maya ASCII scene to open; a new scene without it")
         ->type_name("SCENE.ma");
     CLI::Option* batch = app.add_flag("--batch", options.batch, "no window: open, run what is asked, exit");
-    CLI::Option* script = repeated(app, "--script", scripts, "run a MEL file, or - for standard input; repeats", "FILE.mel");
+    CLI::Option* script =
+        repeated(app, "--script", scripts, "run a MEL file, or - for standard input; repeats", "FILE.mel");
     CLI::Option* command = repeated(app, "-c,--command", commands, "run MEL text; repeats", "TEXT");
     CLI::Option* plugIn =
         app.add_option("--plug-in", options.plugIn, "load this plug-in, not the one built beside the program")

@@ -64,11 +64,13 @@ Program::Program(const Options& asked) : options(asked)
 {
     hostSession.viewport().width = options.width;
     hostSession.viewport().height = options.height;
+    hostSession.tools().pressWatcher = [this](int x, int y) { pressWatch.press(hostSession, x, y); };
 }
 
 Program::~Program()
 {
     hostSession.trace().setSink({});
+    hostSession.tools().pressWatcher = {};
 }
 
 void Program::fail(const std::string& text)
@@ -164,7 +166,7 @@ void Program::idle()
 void Program::writeImage()
 {
     if (!options.image.empty())
-        writeFileSafely(options.image, pngOf(renderPicture(hostSession)));
+        writeFileSafely(options.image, pngOf(renderPicture(hostSession, options.scale, &pressWatch)));
 }
 
 void Program::saveScene()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "options.h"
+#include "render/pressWatch.h"
 #include "session.h"
 
 #include <memory>
@@ -47,6 +48,7 @@ private:
     Options options;
     std::unique_ptr<TraceFile> traceFile;
     host::Session hostSession;
+    PressWatch pressWatch; ///< its nodes are let go of before the session ends
     bool hasFailed = false;
 };
 

@@ -30,8 +30,8 @@ TEST(Batch, AScriptMayComeFromStandardInput)
 {
     const Folder folder;
     const std::string input = folder.write("input", "int $x = 3;\nprint ($x + 1);\n");
-    const RunResult run = runWorkbench(
-        {"--batch", "--no-plug-in", "--script", "-", "-c", "print \" after\""}, {}, input);
+    const RunResult run =
+        runWorkbench({"--batch", "--no-plug-in", "--script", "-", "-c", "print \" after\""}, {}, input);
     EXPECT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(run.out, "4 after");
     const RunResult bad = runWorkbench({"--batch", "--no-plug-in", "--script", "-"}, {},
@@ -126,8 +126,7 @@ TEST(Batch, UnwritableResultsLeaveTheOldFileIntact)
     }
     EXPECT_EQ(runWorkbench({"--batch", "--no-plug-in", "--image", folder.file("folder.png")}).status, 1);
     EXPECT_EQ(runWorkbench({"--batch", "--no-plug-in", "--save", folder.file("folder.ma")}).status, 1);
-    EXPECT_EQ(folder.names().size(), 2U)
-        << "half-written files were left behind";
+    EXPECT_EQ(folder.names().size(), 2U) << "half-written files were left behind";
     EXPECT_EQ(runWorkbench({"--batch", "--no-plug-in", "--save", "/dev/full/x.ma"}).status, 1);
 }
 

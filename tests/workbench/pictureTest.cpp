@@ -90,7 +90,7 @@ TEST_F(PictureTest, WhatIsHiddenIsNotInTheView)
 {
     mel("polyCube -name \"box\"; createNode joint -name \"root\"; createNode joint -name \"tip\" -parent "
         "root");
-    EXPECT_EQ(workbench::viewOf(session).surfaces.vertices.size(), 8U);
+    EXPECT_EQ(workbench::viewOf(session).surfaces.vertices.size(), 24U) << "four corners a side";
     EXPECT_EQ(workbench::viewOf(session).bones.size(), 2U);
     mel("setAttr box.visibility 0");
     EXPECT_EQ(workbench::viewOf(session).surfaces.vertices.size(), 0U);

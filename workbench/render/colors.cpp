@@ -35,9 +35,9 @@ Color falloffColor(float weight)
 
 Color weightColor(float weight)
 {
-    static const std::array<Color, 5> stops = {
-        Color{0.40F, 0.44F, 0.51F, 1.0F}, Color{0.20F, 0.42F, 0.70F, 1.0F}, Color{0.20F, 0.66F, 0.60F, 1.0F},
-        Color{0.70F, 0.80F, 0.42F, 1.0F}, Color{0.97F, 0.72F, 0.42F, 1.0F}};
+    static const std::array<Color, 6> stops = {
+        Color{0.25F, 0.30F, 0.50F, 1.0F}, Color{0.18F, 0.43F, 0.70F, 1.0F}, Color{0.13F, 0.60F, 0.62F, 1.0F},
+        Color{0.45F, 0.76F, 0.42F, 1.0F}, Color{0.93F, 0.80F, 0.33F, 1.0F}, Color{0.98F, 0.53F, 0.26F, 1.0F}};
     return along(stops, weight);
 }
 

@@ -6,6 +6,7 @@
 #include <imgui.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <filesystem>
 
@@ -18,21 +19,21 @@ constexpr int kLeast = 6, kMost = 96;
 
 } // namespace
 
-Fonts::Fonts(host::Session& session)
+Fonts::Fonts(host::Session& session, double unit)
 {
     for (const int pixels : {kSmall, kMedium, kLarge})
-        add(pixels);
+        add(pixels, unit);
     for (const host::DrawRecord::Text& text : session.drawing().texts)
-        add(std::clamp(static_cast<int>(text.fontSize), kLeast, kMost));
+        add(std::clamp(static_cast<int>(text.fontSize), kLeast, kMost), unit);
 }
 
-void Fonts::add(int pixels)
+void Fonts::add(int pixels, double unit)
 {
     if (fonts.count(pixels) != 0)
         return;
     ImFontAtlas& atlas = *ImGui::GetIO().Fonts;
     ImFontConfig config;
-    config.SizePixels = static_cast<float>(pixels);
+    config.SizePixels = static_cast<float>(std::round(pixels * unit));
     config.OversampleH = 2;
     config.PixelSnapH = true;
     const bool found = std::filesystem::exists(kFontFile);

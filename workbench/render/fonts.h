@@ -15,15 +15,15 @@ namespace workbench {
 /// first frame; the context owns the fonts.
 class Fonts {
 public:
-    static constexpr int kSmall = 13, kMedium = 16, kLarge = 22; ///< pixels
+    static constexpr int kSmall = 13, kMedium = 16, kLarge = 22; ///< sizes at a scale of 1
 
-    /// With the sizes that the tool's labels use.
-    explicit Fonts(host::Session& session);
-    /// The nearest size there is.
+    /// With the sizes that the tool's labels use. `unit` is what every size is multiplied by.
+    Fonts(host::Session& session, double unit);
+    /// The font that stands for a size.
     ImFont* size(int pixels) const;
 
 private:
-    void add(int pixels);
+    void add(int pixels, double unit);
     std::map<int, ImFont*> fonts;
 };
 

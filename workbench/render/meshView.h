@@ -2,13 +2,12 @@
 
 #include "render/sceneView.h"
 #include "render/shapeView.h"
-
-#include <optional>
+#include "render/weightMap.h"
 
 namespace workbench {
 
-/// A mesh: its faces, smoothly shaded and coloured by the weights if there are any (one per vertex), and its
+/// A mesh: its faces, shaded smoothly across soft edges and coloured by the weights if there are any, and its
 /// edges, coloured by the falloff of a soft selection.
-void addMesh(SceneView& view, const ShapeView& shape, const std::optional<std::vector<double>>& weights);
+void addMesh(SceneView& view, const ShapeView& shape, const std::optional<WeightMap>& weights);
 
 } // namespace workbench

@@ -2,6 +2,7 @@
 
 #include "render/fonts.h"
 #include "render/overlayBones.h"
+#include "render/overlayLines.h"
 #include "render/overlayText.h"
 #include "session.h"
 #include "types/error.h"
@@ -17,7 +18,7 @@ namespace {
 /// Dear ImGui for the length of one picture.
 class Interface {
 public:
-    Interface(int width, int height)
+    Interface(double width, double height)
     {
         IMGUI_CHECKVERSION();
         ImGui::CreateContext();
@@ -55,22 +56,43 @@ private:
     bool drawing = false;
 };
 
+OverlayFrame frameOf(host::Session& session, const Fonts& fonts, const DrawScale& scale)
+{
+    return {fonts, session.viewport().projection(), scale};
+}
+
 } // namespace
 
-void paintOverlay(host::Session& session, const SceneView& view)
+void paintOverlay(host::Session& session, const SceneView& view, const DrawScale& scale)
 {
     const host::Viewport& viewport = session.viewport();
-    Interface interface(viewport.width, viewport.height);
+    Interface interface(viewport.width * scale.density, viewport.height * scale.density);
     // Fonts must be known before the first frame.
-    const Fonts fonts(session);
+    const Fonts fonts(session, scale.unit);
     ImDrawList& list = interface.begin();
-    OverlayPen pen{list, fonts, viewport.projection()};
+    OverlayPen pen(frameOf(session, fonts, scale), list);
     drawBones(pen, view);
-    drawToolDrawing(pen, session);
-    drawHeadsUp(pen, session);
+    drawToolLines(pen, session);
+    drawLegend(pen, legendPlace(pen, view));
     drawAxes(pen, viewport.viewMatrix());
-    drawStatusLine(pen, session);
+    drawStatusGround(pen);
+    for (const PlacedText& text : placeTexts(pen, session, view)) {
+        const ImVec2 at(text.box.left, text.box.top);
+        if (text.kind == PlacedText::Kind::kStatus || text.kind == PlacedText::Kind::kToolName)
+            pen.plainText(at, text.text, text.pixels, text.color);
+        else
+            pen.text(at, text.text, text.pixels, text.color);
+    }
     interface.end();
+}
+
+std::vector<PlacedText> overlayTexts(host::Session& session, const SceneView& view, const DrawScale& scale)
+{
+    const host::Viewport& viewport = session.viewport();
+    const Interface interface(viewport.width * scale.density, viewport.height * scale.density);
+    const Fonts fonts(session, scale.unit);
+    ImGui::GetIO().Fonts->Build();
+    return placeTexts(frameOf(session, fonts, scale), session, view);
 }
 
 } // namespace workbench

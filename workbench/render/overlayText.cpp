@@ -16,60 +16,12 @@ namespace workbench {
 namespace {
 
 using Display = host::HeadsUpDisplays::Display;
+using Kind = PlacedText::Kind;
 
 constexpr Color kText = {0.93F, 0.95F, 0.97F, 1.0F};
-constexpr float kMargin = 14.0F;
-
-Color colorOf(const float (&color)[4])
-{
-    return {color[0], color[1], color[2], color[3]};
-}
-
-bool placeOf(const OverlayPen& pen, const Imath::V3d& position, bool screenSpace, ImVec2& at)
-{
-    if (!screenSpace)
-        return pen.onScreen(position, at);
-    at = pen.fromPort(position.x, position.y);
-    return true;
-}
-
-/// A line in pieces: how long they and the gaps are, by MUIDrawManager::LineStyle; none = one piece.
-struct Dashes {
-    float piece, gap;
-};
-Dashes dashesOf(int style)
-{
-    switch (style) {
-    case 1:
-        return {1.5F, 3.0F};
-    case 2:
-        return {5.0F, 4.0F};
-    case 3:
-        return {9.0F, 6.0F};
-    case 4:
-        return {1.5F, 5.0F};
-    default:
-        return {0.0F, 0.0F};
-    }
-}
-
-void drawLine(OverlayPen& pen, ImVec2 from, ImVec2 to, const host::DrawRecord::Line& line)
-{
-    const ImU32 color = packed(colorOf(line.color));
-    const float width = std::max(1.0F, line.width);
-    const Dashes dashes = dashesOf(line.style);
-    const float length = std::hypot(to.x - from.x, to.y - from.y);
-    if (dashes.piece <= 0.0F || length <= 0.0F) {
-        pen.list.AddLine(from, to, color, width);
-        return;
-    }
-    const ImVec2 step((to.x - from.x) / length, (to.y - from.y) / length);
-    for (float at = 0.0F; at < length; at += dashes.piece + dashes.gap) {
-        const float end = std::min(length, at + dashes.piece);
-        pen.list.AddLine(ImVec2(from.x + step.x * at, from.y + step.y * at),
-                         ImVec2(from.x + step.x * end, from.y + step.y * end), color, width);
-    }
-}
+constexpr Color kStatusText = {0.84F, 0.86F, 0.89F, 1.0F};
+constexpr Color kToolText = {0.58F, 0.63F, 0.70F, 1.0F};
+constexpr float kMargin = 14.0F, kLabelGap = 2.0F, kTextGap = 4.0F; // at a scale of 1
 
 int pixelsOf(host::HeadsUpDisplays::Size size)
 {
@@ -96,108 +48,170 @@ std::string textOf(host::Session& session, const Display& display)
     }
 }
 
+PlacedText placed(Kind kind, const OverlayFrame& frame, const std::string& text, int pixels,
+                  const Color& color)
+{
+    const ImVec2 size = frame.textSize(text, pixels);
+    return {kind, text, {0, 0, size.x, size.y}, pixels, color};
+}
+
+/// The help text has the line; the tool's name stands at its right end when both fit.
+void placeStatus(TextLayout& layout, const OverlayFrame& frame, const host::Tools& tools)
+{
+    const float margin = kMargin * frame.unit(), top = frame.height() - statusHeight(frame);
+    layout.take({0, top, frame.width(), statusHeight(frame)});
+    const auto put = [&](PlacedText text, float left) {
+        text.box.left = left;
+        text.box.top = std::round(top + (statusHeight(frame) - text.box.height) * 0.5F);
+        layout.texts.push_back(std::move(text));
+    };
+    const float room = frame.width() - 2 * margin;
+    const std::string help = frame.fitted(tools.helpText, Fonts::kSmall, room);
+    if (!help.empty())
+        put(placed(Kind::kStatus, frame, help, Fonts::kSmall, kStatusText), margin);
+    const PlacedText name = placed(Kind::kToolName, frame, tools.current(), Fonts::kSmall, kToolText);
+    if (frame.textSize(help, Fonts::kSmall).x + name.box.width + 2 * margin <= room)
+        put(name, frame.width() - margin - name.box.width);
+}
+
+void placeLegend(TextLayout& layout, const OverlayFrame& frame, const SceneView& view)
+{
+    const LegendPlace legend = legendPlace(frame, view);
+    if (!legend.shown)
+        return;
+    const float gap = 5.0F * frame.unit();
+    const std::pair<const char*, float> ticks[] = {{"1", 0.0F}, {"0.5", 0.5F}, {"0", 1.0F}};
+    for (const auto& [number, down] : ticks) {
+        PlacedText text = placed(Kind::kLegend, frame, number, Fonts::kSmall, kText);
+        text.box.left = legend.bar.left - gap - text.box.width;
+        text.box.top = legend.bar.top + legend.bar.height * down - text.box.height * 0.5F;
+        layout.place(text, 0);
+    }
+    layout.take(legend.bar);
+    if (legend.outsiders.height <= 0)
+        return;
+    PlacedText text = placed(Kind::kLegend, frame, "no member", Fonts::kSmall, kText);
+    text.box.left = legend.outsiders.left - gap - text.box.width;
+    text.box.top = legend.outsiders.top + (legend.outsiders.height - text.box.height) * 0.5F;
+    layout.place(text, 0);
+    layout.take(legend.outsiders);
+}
+
 /// The left end of a text in the column of its section: the outer columns hug the edge, the others are
-/// centred.
-float leftOf(const OverlayPen& pen, int section, float textWidth)
+/// centred, and none leaves the picture.
+float leftOf(const OverlayFrame& frame, int section, float textWidth)
 {
     const int column = section % 5;
+    const float margin = kMargin * frame.unit(), last = frame.width() - margin - textWidth;
     if (column == 0)
-        return kMargin;
+        return margin;
     if (column == 4)
-        return pen.width() - kMargin - textWidth;
-    return pen.width() * 0.25F * static_cast<float>(column) - textWidth * 0.5F;
+        return last;
+    return std::clamp(frame.width() * 0.25F * static_cast<float>(column) - textWidth * 0.5F, margin,
+                      std::max(margin, last));
 }
 
-/// A label where it stands on the screen.
-struct Label {
-    const host::DrawRecord::Text* text;
-    ImVec2 corner, size;
-    double depth; ///< 0 near to 1 far
-
-    bool overlaps(const Label& other) const
-    {
-        return corner.x < other.corner.x + other.size.x && other.corner.x < corner.x + size.x &&
-               corner.y < other.corner.y + other.size.y && other.corner.y < corner.y + size.y;
-    }
-};
-
-std::vector<Label> labelsOf(const OverlayPen& pen, const host::DrawRecord& drawing)
+/// One section: its displays from the edge inwards, further in where another section's text is in the way.
+void placeSection(TextLayout& layout, const OverlayFrame& frame, host::Session& session, int section)
 {
-    std::vector<Label> labels;
-    for (const host::DrawRecord::Text& text : drawing.texts) {
-        Label label{&text, {}, pen.textSize(text.text, static_cast<int>(text.fontSize)), 0.0};
-        if (!placeOf(pen, text.position, text.screenSpace, label.corner))
+    const bool top = section < 5;
+    const float margin = kMargin * frame.unit(), between = 5.0F * frame.unit();
+    float edge = top ? margin : frame.height() - statusHeight(frame) - margin;
+    for (const Display* display : session.tools().headsUp().inSection(section)) {
+        if (!display->visible)
             continue;
-        Imath::V3d pixels(0, 0, 0);
-        if (!text.screenSpace && pen.projection.project(text.position, pixels))
-            label.depth = pixels.z;
-        label.corner.x -= label.size.x * 0.5F * static_cast<float>(text.align);
-        label.corner.y -= label.size.y;
-        labels.push_back(label);
-    }
-    return labels;
-}
-
-} // namespace
-
-void drawToolDrawing(OverlayPen& pen, host::Session& session)
-{
-    const host::DrawRecord& drawing = session.drawing();
-    for (const host::DrawRecord::Line& line : drawing.lines) {
-        ImVec2 from, to;
-        if (placeOf(pen, line.from, line.screenSpace, from) && placeOf(pen, line.to, line.screenSpace, to))
-            drawLine(pen, from, to, line);
-    }
-    std::vector<Label> labels = labelsOf(pen, drawing);
-    std::stable_sort(labels.begin(), labels.end(),
-                     [](const Label& a, const Label& b) { return a.depth < b.depth; });
-    std::vector<const Label*> placed;
-    for (const Label& label : labels) {
-        const bool covered = std::any_of(placed.begin(), placed.end(),
-                                         [&](const Label* other) { return label.overlaps(*other); });
-        if (covered)
-            continue;
-        placed.push_back(&label);
-        pen.text(label.corner, label.text->text, static_cast<int>(label.text->fontSize),
-                 colorOf(label.text->color));
-    }
-}
-
-void drawHeadsUp(OverlayPen& pen, host::Session& session)
-{
-    for (int section = 0; section < host::HeadsUpDisplays::kSections; ++section) {
-        const bool top = section < 5;
-        float y = top ? kMargin : pen.height() - kStatusHeight - kMargin;
-        for (const Display* display : session.tools().headsUp().inSection(section)) {
-            if (!display->visible)
-                continue;
-            const int pixels = pixelsOf(display->labelSize);
-            const std::string text = textOf(session, *display);
-            const ImVec2 size = pen.textSize(text, pixels);
-            const float lineHeight = size.y + 5.0F;
-            if (!top)
-                y -= lineHeight;
-            pen.text(ImVec2(leftOf(pen, section, size.x), y), text, pixels, kText);
-            if (top)
-                y += lineHeight;
+        const int pixels = pixelsOf(display->labelSize);
+        const std::string whole = textOf(session, *display);
+        PlacedText text = placed(Kind::kHeadsUp, frame,
+                                 frame.fitted(whole, pixels, frame.width() - 2 * margin), pixels, kText);
+        text.box.left = leftOf(frame, section, text.box.width);
+        const float step = text.box.height + between;
+        for (bool done = text.text.empty(); !done && edge >= 0 && edge <= frame.height();) {
+            text.box.top = top ? edge : edge - step;
+            done = layout.place(text, kTextGap * frame.unit());
+            edge += top ? step : -step;
         }
     }
 }
 
-void drawStatusLine(OverlayPen& pen, host::Session& session)
+/// A label of the tool on its way into the layout.
+struct Label {
+    PlacedText placed;
+    float rank;
+    double depth; ///< 0 near to 1 far
+};
+
+bool labelOf(const OverlayFrame& frame, const host::DrawRecord::Text& text, Label& label)
 {
-    const float top = pen.height() - kStatusHeight;
-    pen.list.AddRectFilled(ImVec2(0, top), ImVec2(pen.width(), pen.height()),
-                           packed({0.09F, 0.095F, 0.105F, 0.92F}));
-    pen.list.AddLine(ImVec2(0, top), ImVec2(pen.width(), top), packed({1.0F, 1.0F, 1.0F, 0.10F}));
-    ImFont* font = pen.fonts.size(Fonts::kSmall);
-    const float y = std::round(top + (kStatusHeight - font->FontSize) * 0.5F);
-    const host::Tools& tools = session.tools();
-    pen.list.AddText(font, font->FontSize, ImVec2(kMargin, y), packed({0.84F, 0.86F, 0.89F, 1.0F}),
-                     tools.helpText.c_str());
-    const float nameWidth = pen.textSize(tools.current(), Fonts::kSmall).x;
-    pen.list.AddText(font, font->FontSize, ImVec2(std::round(pen.width() - kMargin - nameWidth), y),
-                     packed({0.58F, 0.63F, 0.70F, 1.0F}), tools.current().c_str());
+    label.placed = placed(Kind::kLabel, frame, text.text, static_cast<int>(text.fontSize),
+                          {text.color[0], text.color[1], text.color[2], text.color[3]});
+    Imath::V3d pixels = text.position;
+    if (text.screenSpace)
+        pixels.z = 0;
+    else if (!frame.projection.project(text.position, pixels))
+        return false;
+    const ImVec2 at = frame.fromPort(pixels.x, pixels.y);
+    Box& box = label.placed.box;
+    box.left = std::round(at.x - box.width * 0.5F * static_cast<float>(text.align));
+    box.top = std::round(at.y - box.height);
+    label.depth = pixels.z;
+    return box.left < frame.width() && box.left + box.width > 0 && box.top < frame.height() &&
+           box.top + box.height > 0;
+}
+
+void placeLabels(TextLayout& layout, const OverlayFrame& frame, const host::DrawRecord& drawing,
+                 const std::vector<float>& ranks)
+{
+    std::vector<Label> labels;
+    for (std::size_t k = 0; k < drawing.texts.size(); ++k) {
+        Label label{{}, ranks.size() == drawing.texts.size() ? ranks[k] : 0.0F, 0.0};
+        if (labelOf(frame, drawing.texts[k], label))
+            labels.push_back(std::move(label));
+    }
+    std::stable_sort(labels.begin(), labels.end(), [](const Label& a, const Label& b) {
+        return a.rank > b.rank || (a.rank == b.rank && a.depth < b.depth);
+    });
+    for (const Label& label : labels)
+        layout.place(label.placed, kLabelGap * frame.unit());
+}
+
+} // namespace
+
+float statusHeight(const OverlayFrame& frame)
+{
+    return std::round(24.0F * frame.unit());
+}
+
+Box axesBox(const OverlayFrame& frame)
+{
+    const float size = 76.0F * frame.mark();
+    return {4.0F * frame.unit(), frame.height() - statusHeight(frame) - size, size, size};
+}
+
+LegendPlace legendPlace(const OverlayFrame& frame, const SceneView& view)
+{
+    const float unit = frame.unit();
+    const float height = std::clamp(frame.height() * 0.24F, 48.0F * unit, 130.0F * unit);
+    LegendPlace place;
+    // A picture that is nearly all legend would say nothing.
+    place.shown = view.showsWeights && frame.height() > 2.6F * height && frame.width() > 220.0F * unit;
+    const float side = 10.0F * unit, right = frame.width() - kMargin * unit;
+    place.bar = {right - side, frame.height() * 0.45F - height * 0.5F, side, height};
+    if (view.showsOutsiders)
+        place.outsiders = {right - side, place.bar.top + height + 16.0F * unit, side, side};
+    return place;
+}
+
+std::vector<PlacedText> placeTexts(const OverlayFrame& frame, host::Session& session, const SceneView& view)
+{
+    TextLayout layout;
+    placeStatus(layout, frame, session.tools());
+    layout.take(axesBox(frame));
+    placeLegend(layout, frame, view);
+    for (int section = 0; section < host::HeadsUpDisplays::kSections; ++section)
+        placeSection(layout, frame, session, section);
+    placeLabels(layout, frame, session.drawing(), view.labelRanks);
+    return layout.texts;
 }
 
 } // namespace workbench

@@ -12,19 +12,26 @@
 #define STB_IMAGE_WRITE_STATIC
 #include <stb_image_write.h>
 
+#include <cmath>
+
 namespace workbench {
 
-Picture renderPicture(host::Session& session)
+Picture renderPicture(host::Session& session, double density, const PressWatch* press)
 {
     const host::Viewport& viewport = session.viewport();
-    const SceneView view = viewOf(session);
+    const DrawScale scale = drawScaleOf(viewport.width, viewport.height, density);
+    const int width = static_cast<int>(std::lround(viewport.width * density));
+    const int height = static_cast<int>(std::lround(viewport.height * density));
+    const SceneView view = viewOf(session, press);
     const OffscreenContext context;
-    PictureTarget target(viewport.width, viewport.height);
+    PictureTarget target(width, height);
     target.bindScene();
-    paintScene(view, viewport.viewMatrix(), viewport.projectionMatrix());
+    const CameraView camera{viewport.viewMatrix(), viewport.projectionMatrix(), static_cast<double>(width),
+                            static_cast<double>(height)};
+    paintScene(view, camera, scale);
     target.bindOverlay();
-    paintOverlay(session, view);
-    return {viewport.width, viewport.height, target.read()};
+    paintOverlay(session, view, scale);
+    return {width, height, target.read()};
 }
 
 std::string pngOf(const Picture& picture)

@@ -48,11 +48,13 @@ void joinLattice(const host::LatticeData& lattice, const Join& join)
 
 } // namespace
 
-void addControlShape(SceneView& view, const ShapeView& shape)
+void addCage(SceneView& view, const ShapeView& shape)
 {
     const auto first = static_cast<unsigned>(view.lines.vertices.size());
-    const bool isCurve = shape.geometry.kind() == Geometry::Kind::kCurve;
-    const Color color = shape.selected ? kSelectedBodyWire : isCurve ? kCurveColor : kHullColor;
+    const bool isLattice = shape.geometry.kind() == Geometry::Kind::kLattice;
+    Color color = shape.selected && isLattice ? kSelectedBodyWire : kHullColor;
+    // Beside what it shapes the cage of a spline is only a hint.
+    color[3] *= isLattice ? 1.0F : 0.5F;
     for (const Imath::V3d& point : shape.world)
         view.lines.vertices.push_back(drawVertex(point, color));
     const Join join = [&](int from, int to) {
@@ -74,7 +76,7 @@ void addControlShape(SceneView& view, const ShapeView& shape)
     }
 }
 
-void addPoints(SceneView& view, const ShapeView& shape)
+void addPoints(SceneView& view, const ShapeView& shape, const std::optional<WeightMap>& weights)
 {
     constexpr float kControlSize = 5.0F, kVertexSize = 2.4F, kSelectedSize = 6.5F, kPreselectedSize = 9.0F;
     constexpr float kClearEnough = 0.99F;
@@ -94,7 +96,8 @@ void addPoints(SceneView& view, const ShapeView& shape)
                 drawVertex(shape.world[point], falloffColor(falloff),
                            plainSize + (kSelectedSize - plainSize) * (0.35F + 0.65F * falloff)));
         else if (plainPoints)
-            view.points.push_back(drawVertex(shape.world[point], plain, plainSize));
+            view.points.push_back(drawVertex(shape.world[point],
+                                             weights && !isMesh ? weights->color(point) : plain, plainSize));
     }
 }
 

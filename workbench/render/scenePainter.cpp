@@ -34,6 +34,7 @@ layout(location = 3) in float size;
 uniform mat4 toCamera;
 uniform mat4 toClip;
 uniform float nearer;
+uniform float pointScale;
 out vec3 eyePosition;
 out vec3 eyeNormal;
 out vec4 tint;
@@ -49,7 +50,43 @@ void main()
     gl_Position = toClip * eye;
     if (!perspective)
         gl_Position.z -= nearer * 0.05;
-    gl_PointSize = size;
+    gl_PointSize = size * pointScale;
+})";
+
+// Lines as strips of triangles, because drivers need not draw lines wider than a pixel. What lies behind the
+// near plane is cut off first: it has no place on the screen.
+constexpr const char* kLineGeometry = R"(#version 330 core
+layout(lines) in;
+layout(triangle_strip, max_vertices = 4) out;
+in vec4 tint[];
+uniform vec2 port;
+uniform float width;
+out vec4 lineTint;
+void corner(vec4 end, vec2 aside, vec4 color)
+{
+    lineTint = color;
+    gl_Position = vec4(end.xy + aside * end.w, end.zw);
+    EmitVertex();
+}
+void main()
+{
+    vec4 from = gl_in[0].gl_Position, to = gl_in[1].gl_Position;
+    float inFrontFrom = from.z + from.w, inFrontTo = to.z + to.w;
+    if (inFrontFrom <= 0.0 && inFrontTo <= 0.0)
+        return;
+    if (inFrontFrom < 0.0)
+        from = mix(from, to, inFrontFrom / (inFrontFrom - inFrontTo));
+    else if (inFrontTo < 0.0)
+        to = mix(to, from, inFrontTo / (inFrontTo - inFrontFrom));
+    vec2 along = (to.xy / to.w - from.xy / from.w) * port;
+    float size = length(along);
+    along = size > 1e-6 ? along / size : vec2(1.0, 0.0);
+    vec2 aside = vec2(-along.y, along.x) * width / port;
+    corner(from, aside, tint[0]);
+    corner(from, -aside, tint[0]);
+    corner(to, aside, tint[1]);
+    corner(to, -aside, tint[1]);
+    EndPrimitive();
 })";
 
 // A key light over the camera's shoulder, a cool fill from the left, light from the sky, a faint edge. The
@@ -80,10 +117,10 @@ void main()
     shown = vec4(pow(linear, vec3(1.0 / 2.2)), tint.a);
 })";
 
-constexpr const char* kPlainFragment = R"(#version 330 core
-in vec4 tint;
+constexpr const char* kLineFragment = R"(#version 330 core
+in vec4 lineTint;
 out vec4 shown;
-void main() { shown = tint; })";
+void main() { shown = lineTint; })";
 
 // Round, with a dark rim so that it shows on any ground.
 constexpr const char* kPointFragment = R"(#version 330 core
@@ -111,11 +148,11 @@ void paintBackground()
 }
 
 /// A shader set to the camera. `nearer` pulls towards the eye, as a share of the distance.
-void useCamera(const Shader& shader, const Imath::M44d& toCamera, const Imath::M44d& toClip, float nearer)
+void useCamera(const Shader& shader, const CameraView& camera, float nearer)
 {
     shader.use();
-    shader.set("toCamera", toCamera);
-    shader.set("toClip", toClip);
+    shader.set("toCamera", camera.toCamera);
+    shader.set("toClip", camera.toClip);
     shader.set("nearer", nearer);
 }
 
@@ -124,9 +161,44 @@ VertexBuffer buffered(const SceneView::Shape& shape)
     return {shape.vertices.data(), shape.vertices.size(), shape.indices.data(), shape.indices.size()};
 }
 
+void paintSurfaces(const SceneView::Shape& surfaces, const CameraView& camera)
+{
+    const Shader surface(kSceneVertex, kSurfaceFragment);
+    useCamera(surface, camera, 0.0F);
+    glEnable(GL_POLYGON_OFFSET_FILL);
+    glPolygonOffset(1.0F, 1.0F);
+    buffered(surfaces).drawTriangles();
+    glDisable(GL_POLYGON_OFFSET_FILL);
+}
+
+void paintLines(const SceneView& view, const CameraView& camera, const DrawScale& scale)
+{
+    constexpr double kCurveWidth = 1.8;
+    const Shader line(kSceneVertex, kLineFragment, kLineGeometry);
+    const auto width = [&](double pixels) { line.set("width", static_cast<float>(pixels * scale.unit)); };
+    // The ground lies under what lies on it.
+    useCamera(line, camera, -0.0015F);
+    line.set("port", static_cast<float>(camera.width), static_cast<float>(camera.height));
+    width(1.0);
+    buffered(view.grid).drawLines();
+    line.set("nearer", 0.0012F);
+    buffered(view.lines).drawLines();
+    width(kCurveWidth);
+    buffered(view.curves).drawLines();
+}
+
+void paintPoints(const std::vector<DrawVertex>& points, const CameraView& camera, const DrawScale& scale)
+{
+    const Shader point(kSceneVertex, kPointFragment);
+    useCamera(point, camera, 0.003F);
+    point.set("pointScale", static_cast<float>(scale.mark));
+    glEnable(GL_PROGRAM_POINT_SIZE);
+    VertexBuffer(points.data(), points.size(), nullptr, 0).drawPoints();
+}
+
 } // namespace
 
-void paintScene(const SceneView& view, const Imath::M44d& toCamera, const Imath::M44d& toClip)
+void paintScene(const SceneView& view, const CameraView& camera, const DrawScale& scale)
 {
     glClearColor(0.0F, 0.0F, 0.0F, 1.0F);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
@@ -135,26 +207,11 @@ void paintScene(const SceneView& view, const Imath::M44d& toCamera, const Imath:
     glDepthFunc(GL_LEQUAL);
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-
-    const Shader surface(kSceneVertex, kSurfaceFragment);
-    useCamera(surface, toCamera, toClip, 0.0F);
-    glEnable(GL_POLYGON_OFFSET_FILL);
-    glPolygonOffset(1.0F, 1.0F);
-    buffered(view.surfaces).drawTriangles();
-    glDisable(GL_POLYGON_OFFSET_FILL);
-
+    paintSurfaces(view.surfaces, camera);
     // What is blended hides nothing behind it.
     glDepthMask(GL_FALSE);
-    const Shader plain(kSceneVertex, kPlainFragment);
-    useCamera(plain, toCamera, toClip, 0.0F);
-    buffered(view.grid).drawLines();
-    useCamera(plain, toCamera, toClip, 0.0012F);
-    buffered(view.lines).drawLines();
-
-    const Shader point(kSceneVertex, kPointFragment);
-    useCamera(point, toCamera, toClip, 0.003F);
-    glEnable(GL_PROGRAM_POINT_SIZE);
-    VertexBuffer(view.points.data(), view.points.size(), nullptr, 0).drawPoints();
+    paintLines(view, camera, scale);
+    paintPoints(view.points, camera, scale);
     glDepthMask(GL_TRUE);
     glDisable(GL_DEPTH_TEST);
 }

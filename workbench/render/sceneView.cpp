@@ -3,11 +3,15 @@
 #include "graph/graph.h"
 #include "nodes/geometry.h"
 #include "render/grid.h"
+#include "render/labelRanks.h"
 #include "render/meshView.h"
+#include "render/nurbsView.h"
 #include "render/pointView.h"
 #include "render/weightMap.h"
 #include "session.h"
 #include "view/viewport.h"
+
+#include <algorithm>
 
 namespace workbench {
 
@@ -47,9 +51,40 @@ void addBone(SceneView& view, DagNode& joint, const Highlights& highlights, cons
     view.bones.push_back(bone);
 }
 
+void addShape(SceneView& view, const ShapeView& shape, const std::optional<WeightMap>& weights)
+{
+    using Kind = host::Geometry::Kind;
+    bool drawn = false;
+    switch (shape.geometry.kind()) {
+    case Kind::kMesh:
+        addMesh(view, shape, weights);
+        drawn = true;
+        break;
+    case Kind::kCurve:
+        drawn = addCurve(view, shape, weights);
+        break;
+    case Kind::kSurface:
+        drawn = addSurface(view, shape, weights);
+        break;
+    case Kind::kLattice:
+        break;
+    }
+    // Beside a spline its cage shows while its points are edited.
+    if (!drawn || (shape.geometry.kind() != Kind::kMesh && !shape.falloff.empty()))
+        addCage(view, shape);
+    addPoints(view, shape, weights);
+}
+
+void noteWeights(SceneView& view, const WeightMap& weights)
+{
+    view.showsWeights = true;
+    view.showsOutsiders = view.showsOutsiders || std::find(weights.members.begin(), weights.members.end(),
+                                                           false) != weights.members.end();
+}
+
 } // namespace
 
-SceneView viewOf(host::Session& session)
+SceneView viewOf(host::Session& session, const PressWatch* press)
 {
     SceneView view;
     addGrid(view.grid);
@@ -58,6 +93,7 @@ SceneView viewOf(host::Session& session)
     host::Graph& graph = session.graph();
     const host::Node* influence = edited.influence.empty() ? nullptr : graph.find(edited.influence);
     const Highlights highlights = highlightsOf(session);
+    WeightMaps maps;
     for (const host::Ref<host::Node>& node : graph.nodes()) {
         DagNode* dag = node->asDag();
         if (!dag || !host::isVisible(*dag))
@@ -74,12 +110,14 @@ SceneView viewOf(host::Session& session)
         const ShapeView shape{
             *dag,  *geometry, world, highlights.pointsOf(*dag), highlights.preselectedOf(*dag),
             whole, clarity};
-        if (geometry->kind() == host::Geometry::Kind::kMesh)
-            addMesh(view, shape, weightMap(*dag, edited));
-        else
-            addControlShape(view, shape);
-        addPoints(view, shape);
+        std::optional<WeightMap> weights = weightMap(session, *dag, edited);
+        addShape(view, shape, weights);
+        if (weights) {
+            noteWeights(view, *weights);
+            maps.emplace(dag, std::move(*weights));
+        }
     }
+    view.labelRanks = labelRanks(session, maps, press);
     return view;
 }
 

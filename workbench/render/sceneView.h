@@ -12,8 +12,11 @@ class Session;
 
 namespace workbench {
 
+class PressWatch;
+
 /// The scene as triangles, lines and points in world space, in the order in which they are drawn: grid,
-/// surfaces, lines on them, points.
+/// surfaces, lines on them, points. Sizes and widths
+/// are in the painter's own pixels (render/drawScale.h).
 struct SceneView {
     struct Shape {
         std::vector<DrawVertex> vertices;
@@ -21,7 +24,8 @@ struct SceneView {
     };
     Shape grid;
     Shape surfaces;
-    Shape lines;
+    Shape lines;  ///< thin ones: edges, cages
+    Shape curves; ///< what is itself a line
     std::vector<DrawVertex> points;
 
     /// A joint and, unless it has no joint above it, the bone from there. Drawn over everything.
@@ -32,8 +36,15 @@ struct SceneView {
         bool highlighted = false; ///< the influence being edited
     };
     std::vector<Bone> bones;
+
+    bool showsWeights = false;   ///< some shape is coloured by its weights
+    bool showsOutsiders = false; ///< some of its points have none
+    /// Which of the tool's labels come first where there is no room for all, one number per label; empty
+    /// when that is not known.
+    std::vector<float> labelRanks;
 };
 
-SceneView viewOf(host::Session& session);
+/// `press` tells which point a stroke began on.
+SceneView viewOf(host::Session& session, const PressWatch* press = nullptr);
 
 } // namespace workbench

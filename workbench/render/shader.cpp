@@ -4,6 +4,7 @@
 #include "types/error.h"
 
 #include <cstddef>
+#include <utility>
 
 namespace workbench {
 
@@ -26,21 +27,28 @@ unsigned compiled(GLenum kind, const char* source)
 
 } // namespace
 
-Shader::Shader(const char* vertexSource, const char* fragmentSource)
+Shader::Shader(const char* vertexSource, const char* fragmentSource, const char* geometrySource)
 {
-    const unsigned vertex = compiled(GL_VERTEX_SHADER, vertexSource);
-    const unsigned fragment = compiled(GL_FRAGMENT_SHADER, fragmentSource);
+    const std::pair<GLenum, const char*> stages[] = {{GL_VERTEX_SHADER, vertexSource},
+                                                     {GL_FRAGMENT_SHADER, fragmentSource},
+                                                     {GL_GEOMETRY_SHADER, geometrySource}};
     program = glCreateProgram();
-    glAttachShader(program, vertex);
-    glAttachShader(program, fragment);
-    glLinkProgram(program);
-    glDeleteShader(vertex);
-    glDeleteShader(fragment);
-    GLint good = 0;
-    glGetProgramiv(program, GL_LINK_STATUS, &good);
-    if (!good) {
+    try {
+        for (const auto& [kind, source] : stages) {
+            if (!source)
+                continue;
+            const unsigned stage = compiled(kind, source);
+            glAttachShader(program, stage);
+            glDeleteShader(stage); // goes with the program
+        }
+        GLint good = 0;
+        glLinkProgram(program);
+        glGetProgramiv(program, GL_LINK_STATUS, &good);
+        if (!good)
+            throw host::Error("Cannot draw a picture: a shader does not link.");
+    } catch (...) {
         glDeleteProgram(program);
-        throw host::Error("Cannot draw a picture: a shader does not link.");
+        throw;
     }
 }
 
@@ -66,6 +74,11 @@ void Shader::set(const char* uniform, const Imath::M44d& matrix) const
 void Shader::set(const char* uniform, float value) const
 {
     glUniform1f(glGetUniformLocation(program, uniform), value);
+}
+
+void Shader::set(const char* uniform, float x, float y) const
+{
+    glUniform2f(glGetUniformLocation(program, uniform), x, y);
 }
 
 VertexBuffer::VertexBuffer(const DrawVertex* vertices, std::size_t count, const unsigned* indices,

@@ -6,10 +6,11 @@
 
 namespace workbench {
 
-/// A linked vertex and fragment program. Throws host::Error with the driver's text when it does not compile.
+/// A linked vertex and fragment program, with a geometry stage if one is given. Throws host::Error with the
+/// driver's text when it does not compile.
 class Shader {
 public:
-    Shader(const char* vertexSource, const char* fragmentSource);
+    Shader(const char* vertexSource, const char* fragmentSource, const char* geometrySource = nullptr);
     ~Shader();
     Shader(const Shader&) = delete;
     Shader& operator=(const Shader&) = delete;
@@ -18,6 +19,7 @@ public:
     /// A matrix for row vectors; what it does to a vertex is vertex * matrix.
     void set(const char* uniform, const Imath::M44d& matrix) const;
     void set(const char* uniform, float value) const;
+    void set(const char* uniform, float x, float y) const;
 
 private:
     unsigned program = 0;

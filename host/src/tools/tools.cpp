@@ -187,6 +187,8 @@ void Tools::press(int x, int y, int button, Modifiers modifiers)
         Event& event = state->last;
         event = {pixel(x), pixel(y), button == 1 ? Event::kLeft : Event::kMiddle, 0};
         event.modifiers = (modifiers.shift ? Event::kShift : 0) | (modifiers.control ? Event::kControl : 0);
+        if (pressWatcher && event.button == Event::kLeft)
+            pressWatcher(event.x, event.y);
         route(Step::kPress, event);
     }
     idleQueue->run();

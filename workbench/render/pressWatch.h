@@ -1,0 +1,44 @@
+#pragma once
+
+#include "graph/node.h"
+#include "nodes/geometry.h"
+#include "view/viewport.h"
+
+#include <vector>
+
+namespace host {
+class Session;
+}
+
+namespace workbench {
+
+/// A point of a shape and how much of a stroke it takes.
+struct StrokePoint {
+    const host::DagNode* shape;
+    int point;
+    float falloff;
+};
+
+/// Remembers how the view looked at the last press, so that the point that was pressed is still known when
+/// the stroke has moved it. A front end feeds it before the tool hears of the press.
+class PressWatch {
+public:
+    void press(host::Session& session, int x, int y);
+    /// Which of the points was nearest to the pointer, of equally near ones the one in front; their number
+    /// when none of them was there.
+    std::size_t pressedOf(const std::vector<StrokePoint>& points) const;
+
+private:
+    struct Seen {
+        host::Ref<host::DagNode> shape;
+        host::GeometryRef geometry;
+        Imath::M44d toWorld;
+    };
+    const Seen* find(const host::DagNode* shape) const;
+
+    std::vector<Seen> seen;
+    host::ViewProjection projection{};
+    int pressX = 0, pressY = 0;
+};
+
+} // namespace workbench
