@@ -33,6 +33,7 @@ int main(int argumentCount, char** arguments)
         bench::addLabels(ratios, size[0] * size[1]);
         bench::addPaste(ratios, size[0], size[1]);
         bench::addStrokes(ratios, size[0], size[1]);
+        bench::addSkinStrokes(ratios, size[0], size[1]);
         bench::addLayers(ratios, size[0], size[1]);
     }
     const bool any = benchmark::RunSpecifiedBenchmarks() > 0;

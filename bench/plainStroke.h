@@ -15,8 +15,10 @@ namespace bench {
 template <class Weight>
 class PlainClamp {
 public:
-    explicit PlainClamp(std::vector<double> weights)
-        : old(weights.begin(), weights.end()), soft(weights.size(), 1.0f), result(weights.size())
+    /// The weights go up and down by `reach` in turn.
+    explicit PlainClamp(const std::vector<double>& weights, double reach = 0.2)
+        : old(weights.begin(), weights.end()), soft(weights.size(), 1.0f), result(weights.size()),
+          offset(reach)
     {}
 
     void run()
@@ -49,7 +51,7 @@ private:
     std::vector<Weight> old;
     std::vector<float> soft;
     std::vector<Weight> result;
-    double offset = 0.2;
+    double offset;
 };
 
 /// The same, each weight stored by the index of its vertex.
@@ -74,48 +76,6 @@ private:
     PlainClamp<float> clamp;
     std::vector<int> vertices;
     std::vector<float> result;
-};
-
-/// The weight of one influence set, the others of its row scaled to what is left.
-template <std::size_t Influences, std::size_t Edited>
-class PlainRows {
-public:
-    using Row = std::array<double, Influences>;
-    explicit PlainRows(std::vector<Row> pressRows)
-        : rows(std::move(pressRows)), clamp(editedColumn(rows)), result(rows.size())
-    {}
-
-    void run()
-    {
-        clamp.forEachBlock([this](std::size_t first, const double* block, std::size_t length) {
-            for (std::size_t k = 0; k < length; ++k)
-                result[first + k] = withRoom(rows[first + k], block[k]);
-        });
-    }
-
-private:
-    static Row withRoom(Row row, double weight)
-    {
-        double others = 0.0;
-        for (std::size_t k = 0; k < Influences; ++k)
-            others += k == Edited ? 0.0 : row[k];
-        const double factor = others > 0.0 ? std::max(0.0, 1.0 - weight) / others : 1.0;
-        for (std::size_t k = 0; k < Influences; ++k)
-            row[k] = k == Edited ? weight : row[k] * factor;
-        return row;
-    }
-    static std::vector<double> editedColumn(const std::vector<Row>& rows)
-    {
-        std::vector<double> values;
-        values.reserve(rows.size());
-        for (const Row& row : rows)
-            values.push_back(row[Edited]);
-        return values;
-    }
-
-    std::vector<Row> rows;
-    PlainClamp<double> clamp;
-    std::vector<Row> result;
 };
 
 } // namespace bench

@@ -19,7 +19,7 @@ struct Subject {
     int rounds = 31;
 };
 
-/// What one comparison gave. Times are milliseconds, medians of interleaved rounds.
+/// What one comparison gave. Times are milliseconds, the least of interleaved rounds.
 struct Row {
     Subject subject;
     double product;
@@ -41,13 +41,26 @@ public:
     void run(Product&& product, Bare&& bare)
     {
         product(), bare();
-        while (state.KeepRunning()) {
-            productTimes.push_back(seconds(product));
-            bareTimes.push_back(seconds(bare));
-            state.SetIterationTime(productTimes.back());
+        while (next()) {
+            this->product(product);
+            this->bare(bare);
         }
     }
-    /// Once run() has been called.
+    /// For sides that need something done in between, which is not timed:
+    /// `while (next()) { product(...); bare(...); }`.
+    bool next() { return state.KeepRunning(); }
+    template <class Work>
+    void product(Work&& work)
+    {
+        productTimes.push_back(seconds(work));
+        state.SetIterationTime(productTimes.back());
+    }
+    template <class Work>
+    void bare(Work&& work)
+    {
+        bareTimes.push_back(seconds(work));
+    }
+    /// Once something has been timed.
     Row row();
 
 private:
@@ -86,6 +99,7 @@ private:
 
 // The groups of comparisons, each at one number of vertices. Bounds hold at 100,000.
 void addStrokes(Ratios& ratios, std::size_t columns, std::size_t lines);
+void addSkinStrokes(Ratios& ratios, std::size_t columns, std::size_t lines);
 void addLayers(Ratios& ratios, std::size_t columns, std::size_t lines);
 void addSkinning(Ratios& ratios, std::size_t columns, std::size_t lines);
 void addLabels(Ratios& ratios, std::size_t count);

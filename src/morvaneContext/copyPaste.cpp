@@ -127,10 +127,10 @@ MStatus morvaneContext::copyWeights()
     const unsigned int target = targetIndex;
     clearColumns();
     getValidActiveSel(copiedSel, copiedSoftSelectWeights, copiedSkinClusters);
-    const MStatus status =
-        getWeights(copiedSel, copiedSkinWeights, copiedInfluenceWeights, copiedBlendWeights, copiedWeights,
-                   copiedSkinClusters, copiedIndexArray, skinInfluenceIds, ngInfluenceIds, copiedNgWeights,
-                   copiedAllInfluenceNgWeights);
+    std::vector<SkinRowsRef> rows;
+    const MStatus status = getWeights(copiedSel, rows, copiedInfluenceWeights, copiedBlendWeights,
+                                      copiedWeights, copiedSkinClusters, copiedIndexArray, skinInfluenceIds,
+                                      ngInfluenceIds, copiedNgWeights, copiedAllInfluenceNgWeights);
     skinInfluenceIds = influences;
     ngLayerIds = layers;
     ngInfluenceIds = layerInfluences;
@@ -143,6 +143,8 @@ MStatus morvaneContext::copyWeights()
     }
     for (unsigned int skin = 0; skin < copiedSkinClusters.length(); ++skin)
         copiedInfluenceNames.push_back(influenceNames(copiedSkinClusters[skin]));
+    for (const SkinRowsRef& item : rows)
+        copiedSkinWeights.push_back(item->dense());
     copiedWeightMode = weightMode;
     weightsCopied = true;
     return MS::kSuccess;
@@ -244,6 +246,7 @@ MStatus morvaneContext::passToToolCommand(morvaneToolCommand* command)
     command->setValidSel(validSel);
     command->setOldInfluenceWeights(oldInfluenceWeights);
     command->setOldBlendWeights(oldBlendWeights);
+    command->setOldSkinRows(oldSkinRows);
     command->setOldSkinWeights(oldSkinWeights);
     command->setOldWeights(oldWeights);
     command->setWeightMode(weightMode);

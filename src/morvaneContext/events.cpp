@@ -191,6 +191,7 @@ MStatus morvaneContext::releaseSculpt(MHWRender::MUIDrawManager* drawManager)
         }
         return MS::kSuccess;
     }
+    settleStroke();
     passToToolCommand(toolCommand);
     if (drawManager != nullptr)
         clearLabels(*drawManager);
@@ -216,6 +217,7 @@ void morvaneContext::clearData()
     validSkinClusters.clear();
     clearColumns();
     oldBlendWeights.clear();
+    oldSkinRows.clear();
     oldSkinWeights.clear();
     oldInfluenceWeights.clear();
     directionVector = MVector(0, 0, 0);

@@ -181,6 +181,7 @@ private:
                          const MHWRender::MFrameContext& context);
     void prepareStroke();
     void restorePressWeights();
+    void settleStroke();
 
     // targets.cpp
     void getMembers();
@@ -194,7 +195,7 @@ private:
     // weights.cpp
     /// Reads the weights of every object of `sel` into the stores, by mode; see WeightReading for their
     /// layouts.
-    MStatus getWeights(MSelectionList& sel, std::vector<MDoubleArray>& skinWeights,
+    MStatus getWeights(MSelectionList& sel, std::vector<SkinRowsRef>& skinRows,
                        std::vector<MDoubleArray>& influenceWeights, std::vector<MDoubleArray>& blendWeights,
                        std::vector<MFloatArray>& weights, MObjectArray& skinClusters,
                        MIntArray& influenceCounts, MIntArray& influenceIds, MIntArray& ngInfluenceIds,

@@ -77,6 +77,15 @@ void morvaneContext::restorePressWeights()
     }
 }
 
+/// A failed write has been reported; what else is recorded stays right.
+void morvaneContext::settleStroke()
+{
+    for (const std::unique_ptr<LiveObject>& live : liveObjects) {
+        if (live != nullptr)
+            live->settle();
+    }
+}
+
 MStatus morvaneContext::doDragSculpt(MEvent&, MHWRender::MUIDrawManager& drawManager,
                                      const MHWRender::MFrameContext&)
 {

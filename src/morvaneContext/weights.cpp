@@ -2,7 +2,7 @@
 #include "morvaneContext/morvaneContext.h"
 #include "weightModes/modeTable.h"
 
-MStatus morvaneContext::getWeights(MSelectionList& sel, std::vector<MDoubleArray>& skinWeights,
+MStatus morvaneContext::getWeights(MSelectionList& sel, std::vector<SkinRowsRef>& skinRows,
                                    std::vector<MDoubleArray>& influenceWeights,
                                    std::vector<MDoubleArray>& blendWeights, std::vector<MFloatArray>& weights,
                                    MObjectArray& skinClusters, MIntArray& influenceCounts,
@@ -14,7 +14,7 @@ MStatus morvaneContext::getWeights(MSelectionList& sel, std::vector<MDoubleArray
                                    sel,
                                    skinClusters,
                                    influenceIds,
-                                   skinWeights,
+                                   skinRows,
                                    influenceWeights,
                                    blendWeights,
                                    weights,
@@ -26,7 +26,7 @@ MStatus morvaneContext::getWeights(MSelectionList& sel, std::vector<MDoubleArray
 
 MStatus morvaneContext::getOldWeights()
 {
-    return getWeights(validSel, oldSkinWeights, oldInfluenceWeights, oldBlendWeights, oldWeights,
+    return getWeights(validSel, oldSkinRows, oldInfluenceWeights, oldBlendWeights, oldWeights,
                       validSkinClusters, oldIndexArray, skinInfluenceIds, ngInfluenceIds, oldNgWeights,
                       oldAllInfluenceNgWeight);
 }

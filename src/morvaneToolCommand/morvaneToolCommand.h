@@ -48,6 +48,7 @@ public:
     void setValidSel(MSelectionList value) { validSel = value; }
     void setOldInfluenceWeights(std::vector<MDoubleArray> value) { oldInfluenceWeights = std::move(value); }
     void setOldBlendWeights(std::vector<MDoubleArray> value) { oldBlendWeights = std::move(value); }
+    void setOldSkinRows(std::vector<SkinRowsRef> value) { oldSkinRows = std::move(value); }
     void setOldSkinWeights(std::vector<MDoubleArray> value) { oldSkinWeights = std::move(value); }
     void setOldWeights(std::vector<MFloatArray> value) { oldWeights = std::move(value); }
     void setWeightMode(WeightMode value) { weightMode = value; }

@@ -2,6 +2,7 @@
 
 #include "kernels/clamp.h"
 #include "weightModes/influenceMatch.h"
+#include "weightModes/skinRows.h"
 #include "weightModes/weightMode.h"
 
 #include <maya/MDagPath.h>
@@ -49,8 +50,9 @@ struct EditRecord {
     std::vector<MFloatArray> oldWeights; ///< default map, plug and blend shape modes
     /// The edited influence. In the layer modes, the layer array that undo puts back, whole shape.
     std::vector<MDoubleArray> oldInfluenceWeights;
-    /// All influences, point after point (point * influences + physical index). In mode kNgInfluence
-    /// influence after influence (physical order), each a whole-shape block.
+    std::vector<SkinRowsRef> oldSkinRows; ///< mode kSkinCluster: all influences of the points
+    /// Mode kNgInfluence: all influences, influence after influence (physical order), each a whole-shape
+    /// block.
     std::vector<MDoubleArray> oldSkinWeights;
     std::vector<MDoubleArray> oldBlendWeights;
     std::vector<MDoubleArray> oldNgWeights; ///< mask or dual-quaternion weights, whole shape
@@ -78,7 +80,7 @@ struct CopyBuffer {
     std::vector<MFloatArray> copiedSoftSelectWeights;
     std::vector<MFloatArray> copiedWeights;
     std::vector<MDoubleArray> copiedInfluenceWeights;
-    std::vector<MDoubleArray> copiedSkinWeights;
+    std::vector<MDoubleArray> copiedSkinWeights; ///< point * influences + physical index
     std::vector<MDoubleArray> copiedBlendWeights;
     MObjectArray copiedSkinClusters;
     std::vector<InfluenceNames> copiedInfluenceNames; ///< of those skins, as they were called then

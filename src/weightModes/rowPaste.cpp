@@ -94,7 +94,7 @@ bool gather(const std::vector<MDoubleArray>& influences, unsigned int vertex, st
 bool fillSkinRows(const PasteJob& job, PasteRecord& pasted)
 {
     const unsigned int target = job.object.index;
-    if (target >= job.target.validSkinClusters.length() || target >= job.target.oldSkinWeights.size()) {
+    if (target >= job.target.validSkinClusters.length() || target >= job.target.oldSkinRows.size()) {
         refuseObject(job.object.path, kUnequalArrays);
         return false;
     }
@@ -102,7 +102,7 @@ bool fillSkinRows(const PasteJob& job, PasteRecord& pasted)
     std::vector<std::vector<double>> sources;
     for (const MDoubleArray& weights : job.copied.copiedSkinWeights)
         sources.push_back(toVector(weights));
-    MDoubleArray values(job.target.oldSkinWeights[target]);
+    MDoubleArray values(job.target.oldSkinRows[target]->dense());
     const std::size_t points = job.match.objects.size();
     bool reaches = values.length() == points * rows.targetCount();
     for (std::size_t point = 0; reaches && point < points; ++point) {

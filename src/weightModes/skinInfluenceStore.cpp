@@ -5,6 +5,11 @@
 #include "weightModes/modeTable.h"
 #include "weightModes/pointLive.h"
 #include "weightModes/rowPaste.h"
+#include "weightModes/skinRowsWriter.h"
+
+#include <algorithm>
+#include <maya/MDagPathArray.h>
+#include <maya/MFnDependencyNode.h>
 
 namespace {
 
@@ -45,58 +50,122 @@ private:
     MDoubleArray before; ///< one per influence, physical order
 };
 
-/// Each event but the first puts back all influences before it writes the edited one: the others make room
-/// from their weights at the press, whatever the events between did, so that a stroke depends on where the
-/// mouse is alone and a redo gives the same to the last bit.
+/// Which influences of a skin are locked, by physical index. The influences are asked: reading the skin's own
+/// elements would make them.
+std::vector<bool> lockedInfluences(const MFnSkinCluster& skin)
+{
+    MDagPathArray influences;
+    std::vector<bool> locked(skin.influenceObjects(influences));
+    for (unsigned int influence = 0; influence < locked.size(); ++influence) {
+        MStatus status;
+        const MPlug lock =
+            MFnDependencyNode(influences[influence].node()).findPlug("lockInfluenceWeights", false, &status);
+        locked[influence] = status && lock.asBool();
+    }
+    return locked;
+}
+
+/// An event writes the edited influence alone: the others scale in proportion, so what the events before did
+/// to them does not matter, but for two things. Where the edited weight left no room the others have become
+/// 0, and are put back first. And each event rounds: the last one is written anew from the weights of the
+/// press, so that a stroke depends on where the mouse is alone and a redo gives the same to the last bit.
 class SkinLive : public DoubleLive {
 public:
     SkinLive(const EditRecord& record, const EditedObject& object)
         : DoubleLive(record, object, record.oldInfluenceWeights[object.index]),
           skin(record.validSkinClusters[object.index]), influence(1, record.skinInfluenceIds[object.index]),
-          all(allPhysicalIndices(skin)), before(record.oldSkinWeights[object.index])
-    {}
+          rows(record.oldSkinRows[object.index])
+    {
+        std::vector<bool> kept = lockedInfluences(skin);
+        if (static_cast<std::size_t>(influence[0]) < kept.size())
+            kept[static_cast<std::size_t>(influence[0])] = false;
+        if (std::find(kept.begin(), kept.end(), true) != kept.end())
+            keptSums = rows->sums(kept);
+    }
+
+    MStatus write(double offset) override
+    {
+        // Before the values of the last event are gone.
+        const bool anyFull = writes > 0 && markFull();
+        MStatus status;
+        if (anyFull)
+            status = pressRows().writeMarked(full);
+        ++writes;
+        return status ? DoubleLive::write(offset) : apiError(status, kContextSource, __LINE__);
+    }
+    MStatus settle() override
+    {
+        // The first event found the rows as they were at the press.
+        if (writes < 2)
+            return MS::kSuccess;
+        writes = 1;
+        const MStatus status = pressRows().writeAll();
+        return status ? writeValues() : apiError(status, kContextSource, __LINE__);
+    }
 
 protected:
     MStatus writeValues() override
     {
-        MStatus status;
-        if (written)
-            status = skin.setWeights(path, component, all, before, true);
-        written = true;
-        if (status)
-            status = skin.setWeights(path, component, influence, values, true);
+        const MStatus status = skin.setWeights(path, component, influence, values, true);
         return status ? status : apiError(status, kContextSource, __LINE__);
     }
-    // Not normalised: the rows go back as they were, whatever their sums.
-    void writeOldValues() override { skin.setWeights(path, component, all, before, false); }
+    void writeOldValues() override
+    {
+        pressRows().writeAll();
+        writes = 0;
+    }
 
 private:
+    /// Marks the points whose last weight left no room worth the name; whether there are any.
+    bool markFull()
+    {
+        constexpr double kRoom = 1e-9;
+        const std::size_t count = values.length();
+        const double* const weights = dataOf(values);
+        full.resize(count);
+        char any = 0;
+        for (std::size_t point = 0; point < count; ++point) {
+            const double kept = keptSums.empty() ? 0.0 : keptSums[point];
+            full[point] = static_cast<char>(weights[point] + kept > 1.0 - kRoom);
+            any = static_cast<char>(any | full[point]);
+        }
+        return any != 0;
+    }
+    SkinRowsWriter& pressRows()
+    {
+        if (!writer)
+            writer = std::make_unique<SkinRowsWriter>(rows, skin.object(), path, component,
+                                                      static_cast<unsigned int>(influence[0]));
+        return *writer;
+    }
+
     MFnSkinCluster skin;
     MIntArray influence;
-    MIntArray all;
-    MDoubleArray before; ///< one row of all influences per point
-    bool written = false;
+    SkinRowsRef rows;
+    std::vector<double> keptSums; ///< per point, of the locked influences; empty when there are none
+    std::vector<char> full;       ///< per point
+    std::unique_ptr<SkinRowsWriter> writer;
+    unsigned int writes = 0; ///< since the rows were those of the press
 };
 
 bool hasColumns(const EditRecord& record, const EditedObject& object)
 {
     const unsigned int index = object.index;
     const bool has = index < record.validSkinClusters.length() && index < record.skinInfluenceIds.length() &&
-                     index < record.oldInfluenceWeights.size() && index < record.oldSkinWeights.size();
+                     index < record.oldSkinRows.size();
     if (!has)
         refuseObject(object.path, kUnequalArrays);
-    return has && fitsFalloff(record, object, record.oldInfluenceWeights[index].length());
+    return has && fitsFalloff(record, object, record.oldSkinRows[index]->pointCount());
 }
 
-/// Writes back every influence of the points, so that what normalisation did to the others is undone too.
-void restoreAllInfluences(const EditRecord& record, const EditedObject& object)
+/// Puts back the influences of the points, so that what normalisation did to the others is undone too.
+/// `edited`: the only one that a point may have got since, or kEveryInfluence.
+void restoreRows(const EditRecord& record, const EditedObject& object, unsigned int edited)
 {
-    if (object.index >= record.validSkinClusters.length() || object.index >= record.oldSkinWeights.size())
-        return;
-    MFnSkinCluster skin(record.validSkinClusters[object.index]);
-    MIntArray influences = allPhysicalIndices(skin);
-    MDoubleArray values(record.oldSkinWeights[object.index]);
-    skin.setWeights(object.path, object.component, influences, values, true);
+    if (object.index < record.validSkinClusters.length() && object.index < record.oldSkinRows.size())
+        SkinRowsWriter(record.oldSkinRows[object.index], record.validSkinClusters[object.index], object.path,
+                       object.component, edited)
+            .writeAll();
 }
 
 } // namespace
@@ -119,7 +188,7 @@ bool SkinInfluenceStore::addSkinColumns(morvaneContext& context, const MDagPath&
 MStatus SkinInfluenceStore::read(const WeightReading& reading) const
 {
     const unsigned int count = reading.selection.length();
-    reading.skinWeights.resize(count);
+    reading.skinRows.resize(count);
     reading.influenceWeights.resize(count);
     for (unsigned int index = 0; index < count; ++index) {
         EditedObject object;
@@ -129,16 +198,16 @@ MStatus SkinInfluenceStore::read(const WeightReading& reading) const
             return MS::kFailure;
         }
         const MFnSkinCluster skin(reading.skinClusters[index]);
-        unsigned int influenceCount = 0;
-        MStatus status =
-            skin.getWeights(object.path, object.component, reading.skinWeights[index], influenceCount);
+        MStatus status;
+        const SkinRowsRef rows = SkinRows::read(skin, object.path, object.component, status);
         if (!status)
             return apiError(status, kContextSource, 1515);
-        reading.influenceCounts.append(static_cast<int>(influenceCount));
-        MIntArray influence(1, reading.influenceIds[index]);
-        status = skin.getWeights(object.path, object.component, influence, reading.influenceWeights[index]);
-        if (!status)
-            return apiError(status, kContextSource, 1527);
+        reading.influenceCounts.append(static_cast<int>(rows->influenceCount()));
+        if (static_cast<unsigned int>(reading.influenceIds[index]) >= rows->influenceCount())
+            return apiError(MS::kInvalidParameter, kContextSource, 1527);
+        reading.influenceWeights[index] =
+            rows->influence(static_cast<unsigned int>(reading.influenceIds[index]));
+        reading.skinRows[index] = rows;
     }
     return MS::kSuccess;
 }
@@ -182,8 +251,9 @@ MStatus SkinInfluenceStore::redoStroke(const EditRecord& record, const EditedObj
     if (!hasColumns(record, object))
         return MS::kSuccess;
     const unsigned int index = object.index;
+    const auto edited = static_cast<unsigned int>(record.skinInfluenceIds[index]);
     MDoubleArray values =
-        redoneWeights<MDoubleArray, double>(record, index, record.oldInfluenceWeights[index]);
+        redoneWeights<MDoubleArray, double>(record, index, record.oldSkinRows[index]->influence(edited));
     MFnSkinCluster skin(record.validSkinClusters[index]);
     MIntArray influence(1, record.skinInfluenceIds[index]);
     const MStatus status = skin.setWeights(object.path, object.component, influence, values, true);
@@ -213,12 +283,13 @@ MStatus SkinInfluenceStore::paste(const EditRecord& record, const PasteRecord& p
 
 void SkinInfluenceStore::undoStroke(const EditRecord& record, const EditedObject& object) const
 {
-    restoreAllInfluences(record, object);
+    if (object.index < record.skinInfluenceIds.length())
+        restoreRows(record, object, static_cast<unsigned int>(record.skinInfluenceIds[object.index]));
 }
 
 void SkinInfluenceStore::undoPaste(const EditRecord& record, const EditedObject& object) const
 {
-    restoreAllInfluences(record, object);
+    restoreRows(record, object, SkinRowsWriter::kEveryInfluence);
 }
 
 PasteVerdict SkinInfluenceStore::acceptsCopy(WeightMode copiedMode) const

@@ -32,7 +32,7 @@ struct WeightReading {
     const MSelectionList& selection;
     const MObjectArray& skinClusters;
     const MIntArray& influenceIds; ///< physical
-    std::vector<MDoubleArray>& skinWeights;
+    std::vector<SkinRowsRef>& skinRows;
     std::vector<MDoubleArray>& influenceWeights;
     std::vector<MDoubleArray>& blendWeights;
     std::vector<MFloatArray>& weights;
@@ -74,6 +74,9 @@ public:
     /// Puts back what was stored at the press, without clamping or normalising it. Not checked: what cannot
     /// be written does not keep the rest from being restored.
     virtual void restore() = 0;
+    /// At the end of a stroke: leaves the weights that a redo gives, to the last bit, whatever drags there
+    /// were on the way.
+    virtual MStatus settle() { return MS::kSuccess; }
 };
 
 /// Whether a copy goes with the mode it is pasted in.
