@@ -3,7 +3,9 @@
 #include "common.h"
 
 #include <maya/MArgParser.h>
+#include <maya/MPxContext.h>
 #include <maya/MPxContextCommand.h>
+#include <maya/MStatus.h>
 
 class morvaneContext;
 

@@ -6,6 +6,16 @@
 #include "report.h"
 
 #include <maya/MFnPlugin.h>
+#include <maya/MObject.h>
+#include <maya/MStatus.h>
+#include <maya/MString.h>
+
+// Everything else of the library is hidden, and not every release's header declares the entry points.
+#ifdef _WIN32
+#define MORVANE_ENTRY_POINT __declspec(dllexport)
+#else
+#define MORVANE_ENTRY_POINT __attribute__((visibility("default")))
+#endif
 
 namespace {
 
@@ -85,12 +95,12 @@ MStatus unload(MObject& plugin)
 
 } // namespace
 
-MStatus initializePlugin(MObject obj)
+MORVANE_ENTRY_POINT MStatus initializePlugin(MObject obj)
 {
     return guarded([&obj] { return load(obj); });
 }
 
-MStatus uninitializePlugin(MObject obj)
+MORVANE_ENTRY_POINT MStatus uninitializePlugin(MObject obj)
 {
     return guarded([&obj] { return unload(obj); });
 }

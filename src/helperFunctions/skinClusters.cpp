@@ -1,6 +1,7 @@
 #include "helperFunctions/helperFunctions.h"
 
 #include <maya/MDagPathArray.h>
+#include <maya/MFn.h>
 #include <maya/MFnDependencyNode.h>
 #include <maya/MFnGeometryFilter.h>
 #include <maya/MItDependencyGraph.h>

@@ -10,6 +10,7 @@
 #include <iostream>
 #include <maya/MFnGeometryFilter.h>
 #include <maya/MItGeometry.h>
+#include <maya/MTypes.h>
 
 namespace {
 

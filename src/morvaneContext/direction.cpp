@@ -5,6 +5,7 @@
 
 #include <maya/M3dView.h>
 #include <maya/MItGeometry.h>
+#include <maya/MTypes.h>
 
 namespace {
 

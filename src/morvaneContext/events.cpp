@@ -5,6 +5,8 @@
 #include "morvaneToolCommand/morvaneToolCommand.h"
 #include "report.h"
 
+#include <maya/MPxContext.h>
+
 namespace {
 
 /// The selection that a press in select mode ends with: control removes, as marquees do everywhere on the

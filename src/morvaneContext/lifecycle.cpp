@@ -5,6 +5,8 @@
 #include "weightModes/modeTable.h"
 
 #include <maya/MCommandResult.h>
+#include <maya/MFn.h>
+#include <maya/MPxContext.h>
 #include <maya/MSceneMessage.h>
 #include <maya/MStringArray.h>
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <maya/MFn.h>
 #include <maya/MFnDoubleIndexedComponent.h>
 #include <maya/MFnSingleIndexedComponent.h>
 #include <maya/MFnTripleIndexedComponent.h>

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <array>
 #include <map>
+#include <maya/MFn.h>
+#include <maya/MFnComponent.h>
 #include <maya/MFnSingleIndexedComponent.h>
 #include <maya/MFnTripleIndexedComponent.h>
 #include <maya/MWeight.h>

@@ -8,6 +8,7 @@
 #include <maya/MItGeometry.h>
 #include <maya/MMatrix.h>
 #include <maya/MPointArray.h>
+#include <maya/MTypes.h>
 
 namespace {
 

@@ -4,6 +4,7 @@
 #include "report.h"
 #include "weightModes/modeTable.h"
 
+#include <maya/MFn.h>
 #include <maya/MFnDependencyNode.h>
 #include <maya/MFnGeometryFilter.h>
 #include <maya/MFnSet.h>

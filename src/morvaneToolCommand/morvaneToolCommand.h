@@ -6,6 +6,7 @@
 #include <maya/MArgList.h>
 #include <maya/MPxToolCommand.h>
 #include <maya/MRichSelection.h>
+#include <maya/MStatus.h>
 #include <maya/MSyntax.h>
 
 /// What one tool command does.

@@ -5,6 +5,7 @@
 #include "weightModes/pointLive.h"
 #include "weightModes/steppingProbe.h"
 
+#include <maya/MFn.h>
 #include <maya/MFnWeightGeometryFilter.h>
 #include <maya/MGlobal.h>
 

@@ -5,6 +5,7 @@
 #include "report.h"
 #include "weightModes/pointLive.h"
 
+#include <maya/MFn.h>
 #include <maya/MFnAttribute.h>
 #include <maya/MFnDependencyNode.h>
 #include <maya/MFnGeometryFilter.h>

@@ -2,7 +2,7 @@
 
 #include "weightModes/weightStore.h"
 
-class MPlug;
+#include <maya/MApiNamespace.h>
 
 /// Weights that are elements of an array attribute, one float per vertex index: the named weights attribute
 /// of a deformer, the weights of a blend shape target and the base weights of a blend shape.

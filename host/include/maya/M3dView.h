@@ -3,15 +3,12 @@
 #include <maya/MStatus.h>
 #include <maya/MTypes.h>
 
-class MDagPath;
-class MMatrix;
-class MPoint;
-class MVector;
-
 namespace host {
 struct Api;
 class Viewport;
 } // namespace host
+
+MAYA_HOST_NAMESPACE_OPEN
 
 /// A view of the scene. Pixels count from the lower left corner of the port.
 class MAYA_HOST_EXPORT M3dView {
@@ -41,3 +38,5 @@ private:
     /// Owned by the session. Views live as long as it does.
     host::Viewport* view;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -2,11 +2,11 @@
 
 #include <maya/MArgParser.h>
 
-class MSelectionList;
-
 namespace host {
 struct Api;
 }
+
+MAYA_HOST_NAMESPACE_OPEN
 
 /// Arguments sorted by a syntax, with selection items resolved.
 class MAYA_HOST_EXPORT MArgDatabase : public MArgParser {
@@ -29,3 +29,5 @@ public:
 private:
     friend struct host::Api;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

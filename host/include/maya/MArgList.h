@@ -6,14 +6,12 @@
 
 #include <memory>
 
-class MDoubleArray;
-class MIntArray;
-class MStringArray;
-
 namespace host {
 struct Api;
 struct ArgList;
 } // namespace host
+
+MAYA_HOST_NAMESPACE_OPEN
 
 /// The arguments of a command as they were typed: flags and values in one list. addArg("text") means a bool,
 /// as on the platform.
@@ -56,3 +54,5 @@ private:
     friend struct host::Api;
     std::unique_ptr<host::ArgList> arguments;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

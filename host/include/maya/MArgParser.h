@@ -8,12 +8,12 @@
 
 #include <memory>
 
-class MStringArray;
-
 namespace host {
 struct Api;
 struct ParsedArgs;
 } // namespace host
+
+MAYA_HOST_NAMESPACE_OPEN
 
 /// Arguments sorted by a syntax. The status of the constructor tells whether they fit it.
 class MAYA_HOST_EXPORT MArgParser {
@@ -58,3 +58,5 @@ private:
     friend struct host::Api;
     std::shared_ptr<const host::ParsedArgs> parsed;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

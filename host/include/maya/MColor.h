@@ -2,6 +2,8 @@
 
 #include <maya/MTypes.h>
 
+MAYA_HOST_NAMESPACE_OPEN
+
 /// Red, green, blue and alpha, each 0 to 1. Opaque black by default.
 class MAYA_HOST_EXPORT MColor {
 public:
@@ -24,3 +26,5 @@ public:
     float b = 0.0F;
     float a = 1.0F;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -6,15 +6,12 @@
 
 #include <memory>
 
-class MDoubleArray;
-class MIntArray;
-class MStringArray;
-class MVector;
-
 namespace host {
 struct Api;
 struct CommandResult;
 } // namespace host
+
+MAYA_HOST_NAMESPACE_OPEN
 
 /// What a command returned. A read of another type fails and leaves the target as it was.
 class MAYA_HOST_EXPORT MCommandResult {
@@ -55,3 +52,5 @@ private:
     friend struct host::Api;
     std::unique_ptr<host::CommandResult> result;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -12,6 +12,8 @@ struct Api;
 class Object;
 } // namespace host
 
+MAYA_HOST_NAMESPACE_OPEN
+
 /// A path to a node of the hierarchy. There is no instancing: one node has one path.
 class MAYA_HOST_EXPORT MDagPath {
 public:
@@ -53,3 +55,5 @@ private:
     friend struct host::Api;
     const host::Object* ptr = nullptr;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -11,6 +11,8 @@ struct ToolApi;
 struct Event;
 } // namespace host
 
+MAYA_HOST_NAMESPACE_OPEN
+
 /// One event of the mouse in a view. Positions are port pixels from the lower left corner; window positions
 /// count from the top.
 class MAYA_HOST_EXPORT MEvent {
@@ -47,3 +49,5 @@ private:
     friend struct host::ToolApi;
     std::unique_ptr<host::Event> event;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

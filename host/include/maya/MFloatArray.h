@@ -6,6 +6,8 @@
 #include <cassert>
 #include <vector>
 
+MAYA_HOST_NAMESPACE_OPEN
+
 /// A growing array of floats; copies are deep. Elements lie in one contiguous block: the address of element
 /// 0 is the address of all of them until the length changes. Indices are not checked in release builds.
 class MAYA_HOST_EXPORT MFloatArray {
@@ -49,3 +51,5 @@ public:
 private:
     std::vector<float> elements;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

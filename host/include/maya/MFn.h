@@ -2,6 +2,8 @@
 
 #include <maya/MTypes.h>
 
+MAYA_HOST_NAMESPACE_OPEN
+
 /// What a handle can be used as. The numbers change from release to release of the platform: code uses the
 /// names only. An object supports its own type and the types that it inherits from.
 class MFn {
@@ -76,3 +78,5 @@ public:
         kTripleIndexedComponent = 715,
     };
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

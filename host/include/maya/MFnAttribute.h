@@ -7,6 +7,8 @@ namespace host {
 struct Api;
 }
 
+MAYA_HOST_NAMESPACE_OPEN
+
 /// A definition of an attribute.
 class MAYA_HOST_EXPORT MFnAttribute : public MFnBase {
 public:
@@ -25,3 +27,5 @@ public:
 private:
     friend struct host::Api;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

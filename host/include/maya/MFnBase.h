@@ -9,6 +9,8 @@ namespace host {
 struct Api;
 }
 
+MAYA_HOST_NAMESPACE_OPEN
+
 /// What all function sets share: the object they are attached to. A set attached to nothing, to an object of
 /// another type or to one that has left the scene answers kFailure and default values.
 class MAYA_HOST_EXPORT MFnBase {
@@ -33,3 +35,5 @@ private:
     friend struct host::Api;
     MObject handle;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -7,6 +7,8 @@ namespace host {
 struct Api;
 }
 
+MAYA_HOST_NAMESPACE_OPEN
+
 /// The elements of one shape that somebody chose, with a weight each when soft selection chose them.
 /// Positions are places in the component, 0 to elementCount()-1, not element ids.
 class MAYA_HOST_EXPORT MFnComponent : public MFnBase {
@@ -34,3 +36,5 @@ public:
 private:
     friend struct host::Api;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

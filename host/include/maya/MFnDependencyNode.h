@@ -4,11 +4,11 @@
 #include <maya/MPlug.h>
 #include <maya/MString.h>
 
-class MStringArray;
-
 namespace host {
 struct Api;
 }
+
+MAYA_HOST_NAMESPACE_OPEN
 
 /// A node of the dependency graph.
 class MAYA_HOST_EXPORT MFnDependencyNode : public MFnBase {
@@ -35,3 +35,5 @@ public:
 private:
     friend struct host::Api;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

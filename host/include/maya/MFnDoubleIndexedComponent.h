@@ -2,11 +2,11 @@
 
 #include <maya/MFnComponent.h>
 
-class MIntArray;
-
 namespace host {
 struct Api;
 }
+
+MAYA_HOST_NAMESPACE_OPEN
 
 /// A component of elements with two indices: CVs of surfaces.
 class MAYA_HOST_EXPORT MFnDoubleIndexedComponent : public MFnComponent {
@@ -29,3 +29,5 @@ public:
 private:
     friend struct host::Api;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -2,11 +2,11 @@
 
 #include <maya/MFnDependencyNode.h>
 
-class MObjectArray;
-
 namespace host {
 struct Api;
 }
+
+MAYA_HOST_NAMESPACE_OPEN
 
 /// A deformer. Plug indices are logical indices of input[] and outputGeometry[].
 class MAYA_HOST_EXPORT MFnGeometryFilter : public MFnDependencyNode {
@@ -33,3 +33,5 @@ public:
 private:
     friend struct host::Api;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -7,8 +7,6 @@ namespace host {
 struct Api;
 }
 
-class MSyntax;
-
 typedef void* (*MCreatorFunction)();
 typedef MSyntax (*MCreateSyntaxFunction)();
 
@@ -25,6 +23,8 @@ const char MApiVersion[] = MAYA_HOST_TEXT(MAYA_API_VERSION);
 #undef MAYA_HOST_TEXT
 #undef MAYA_HOST_TEXT_OF
 #endif
+
+MAYA_HOST_NAMESPACE_OPEN
 
 /// What a plug-in calls from its two entry points to register what it brings.
 class MAYA_HOST_EXPORT MFnPlugin : public MFnBase {
@@ -58,3 +58,5 @@ public:
 private:
     friend struct host::Api;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -8,6 +8,8 @@ namespace host {
 struct Api;
 }
 
+MAYA_HOST_NAMESPACE_OPEN
+
 /// A set of nodes and components.
 class MAYA_HOST_EXPORT MFnSet : public MFnDependencyNode {
 public:
@@ -27,3 +29,5 @@ public:
 private:
     friend struct host::Api;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -2,11 +2,11 @@
 
 #include <maya/MFnComponent.h>
 
-class MIntArray;
-
 namespace host {
 struct Api;
 }
+
+MAYA_HOST_NAMESPACE_OPEN
 
 /// A component of elements with one index: vertices, edges, faces, CVs of curves.
 class MAYA_HOST_EXPORT MFnSingleIndexedComponent : public MFnComponent {
@@ -30,3 +30,5 @@ public:
 private:
     friend struct host::Api;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -2,15 +2,11 @@
 
 #include <maya/MFnGeometryFilter.h>
 
-class MDagPath;
-class MDagPathArray;
-class MDoubleArray;
-class MFloatArray;
-class MIntArray;
-
 namespace host {
 struct Api;
 }
+
+MAYA_HOST_NAMESPACE_OPEN
 
 /// A skin. Influence indices are physical: places in the order of influenceObjects(). Arrays of weights for
 /// many influences are vertex-major.
@@ -52,3 +48,5 @@ public:
 private:
     friend struct host::Api;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

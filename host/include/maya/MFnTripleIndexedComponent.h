@@ -2,11 +2,11 @@
 
 #include <maya/MFnComponent.h>
 
-class MIntArray;
-
 namespace host {
 struct Api;
 }
+
+MAYA_HOST_NAMESPACE_OPEN
 
 /// A component of elements with three indices: points of lattices.
 class MAYA_HOST_EXPORT MFnTripleIndexedComponent : public MFnComponent {
@@ -30,3 +30,5 @@ public:
 private:
     friend struct host::Api;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -2,12 +2,11 @@
 
 #include <maya/MFnGeometryFilter.h>
 
-class MDagPath;
-class MFloatArray;
-
 namespace host {
 struct Api;
 }
+
+MAYA_HOST_NAMESPACE_OPEN
 
 /// A deformer with a weight per point. Weights come in the order of the component.
 class MAYA_HOST_EXPORT MFnWeightGeometryFilter : public MFnGeometryFilter {
@@ -32,3 +31,5 @@ public:
 private:
     friend struct host::Api;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

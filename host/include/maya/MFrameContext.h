@@ -4,13 +4,12 @@
 #include <maya/MStatus.h>
 #include <maya/MTypes.h>
 
-class MDagPath;
-class MPoint;
-
 namespace host {
 struct Api;
 class Viewport;
 } // namespace host
+
+MAYA_HOST_NAMESPACE_OPEN
 
 namespace MHWRender {
 
@@ -65,3 +64,5 @@ private:
 };
 
 } // namespace MHWRender
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -5,15 +5,11 @@
 #include <maya/MString.h>
 #include <maya/MTypes.h>
 
-class MCommandResult;
-class MDoubleArray;
-class MIntArray;
-class MRichSelection;
-class MStringArray;
-
 namespace host {
 struct Api;
 }
+
+MAYA_HOST_NAMESPACE_OPEN
 
 /// The door to the session: selection, commands and messages.
 class MAYA_HOST_EXPORT MGlobal {
@@ -88,3 +84,5 @@ public:
 private:
     friend struct host::Api;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -7,12 +7,12 @@
 
 #include <memory>
 
-class MPlug;
-
 namespace host {
 struct Api;
 struct GraphWalk;
 } // namespace host
+
+MAYA_HOST_NAMESPACE_OPEN
 
 /// Walks over what feeds a node or what it feeds, through connections and through attributes that affect each
 /// other. Each node is visited once, the root too when it passes the filter.
@@ -57,3 +57,5 @@ private:
     friend struct host::Api;
     std::unique_ptr<host::GraphWalk> walk;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

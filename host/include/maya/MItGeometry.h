@@ -9,13 +9,12 @@
 
 #include <memory>
 
-class MDagPath;
-class MPointArray;
-
 namespace host {
 struct Api;
 struct GeometryWalk;
 } // namespace host
+
+MAYA_HOST_NAMESPACE_OPEN
 
 /// Walks over the points of a shape or of a component, in the order of the component.
 class MAYA_HOST_EXPORT MItGeometry {
@@ -47,3 +46,5 @@ private:
     friend struct host::Api;
     std::unique_ptr<host::GeometryWalk> walk;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -3,6 +3,8 @@
 #include <maya/MStatus.h>
 #include <maya/MTypes.h>
 
+MAYA_HOST_NAMESPACE_OPEN
+
 /// A 4x4 matrix for row vectors: translation is row 3, and the product a * b applies a first. Identity by
 /// default.
 class MAYA_HOST_EXPORT MMatrix {
@@ -36,3 +38,5 @@ public:
 
     double matrix[4][4];
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

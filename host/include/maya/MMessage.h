@@ -11,6 +11,8 @@ struct Api;
 
 typedef std::uintptr_t MCallbackId;
 
+MAYA_HOST_NAMESPACE_OPEN
+
 /// Callbacks. Every callback must be removed before the code that it calls is unloaded.
 class MAYA_HOST_EXPORT MMessage {
 public:
@@ -23,3 +25,5 @@ public:
 private:
     friend struct host::Api;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -8,6 +8,8 @@ struct Api;
 class Object;
 } // namespace host
 
+MAYA_HOST_NAMESPACE_OPEN
+
 /// An opaque handle on something of the host: a node, an attribute, a component, a plug-in. It keeps the
 /// thing in memory, not in the scene: calls through the handle of a deleted node fail.
 class MAYA_HOST_EXPORT MObject {
@@ -33,3 +35,5 @@ private:
 
     const host::Object* ptr = nullptr;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

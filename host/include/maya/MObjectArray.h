@@ -7,6 +7,8 @@
 #include <cassert>
 #include <vector>
 
+MAYA_HOST_NAMESPACE_OPEN
+
 /// A growing array of handles; copies are deep. Elements lie in one contiguous block: the address of element
 /// 0 is the address of all of them until the length changes. Indices are not checked in release builds.
 class MAYA_HOST_EXPORT MObjectArray {
@@ -47,3 +49,5 @@ public:
 private:
     std::vector<MObject> elements;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -5,12 +5,11 @@
 #include <maya/MString.h>
 #include <maya/MTypes.h>
 
-class MIntArray;
-class MPlugArray;
-
 namespace host {
 struct Api;
 }
+
+MAYA_HOST_NAMESPACE_OPEN
 
 /// One attribute of one node, with the indices chosen on the way to it. A small value: copying, indexing, and
 /// reading and writing numbers allocate nothing. Writing is not undoable.
@@ -82,3 +81,5 @@ private:
 
     alignas(8) unsigned char storage[kStorageSize];
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

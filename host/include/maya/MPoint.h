@@ -4,7 +4,7 @@
 #include <maya/MTypes.h>
 #include <maya/MVector.h>
 
-class MMatrix;
+MAYA_HOST_NAMESPACE_OPEN
 
 /// A position; the origin by default. w is 1 for ordinary points; sums and differences look at x, y and z
 /// only.
@@ -53,3 +53,5 @@ public:
     double z = 0.0;
     double w = 1.0;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

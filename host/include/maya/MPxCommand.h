@@ -7,15 +7,12 @@
 
 #include <memory>
 
-class MArgList;
-class MDoubleArray;
-class MIntArray;
-class MStringArray;
-
 namespace host {
 struct Api;
 struct CommandState;
 } // namespace host
+
+MAYA_HOST_NAMESPACE_OPEN
 
 /// A command of a plug-in. An object is made for every call; one that is undoable stays on the undo queue.
 class MAYA_HOST_EXPORT MPxCommand {
@@ -57,3 +54,5 @@ private:
     friend struct host::Api;
     std::unique_ptr<host::CommandState> state;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -7,19 +7,13 @@
 
 #include <memory>
 
-class MEvent;
-class MPxToolCommand;
-
 namespace host {
 struct Api;
 struct ToolApi;
 struct ContextState;
 } // namespace host
 
-namespace MHWRender {
-class MFrameContext;
-class MUIDrawManager;
-} // namespace MHWRender
+MAYA_HOST_NAMESPACE_OPEN
 
 /// A tool. The forms with a draw manager are what the view calls; the others are for the legacy view.
 class MAYA_HOST_EXPORT MPxContext {
@@ -82,3 +76,5 @@ private:
     friend struct host::ToolApi;
     std::unique_ptr<host::ContextState> state;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -8,13 +8,13 @@
 
 #include <memory>
 
-class MPxContext;
-
 namespace host {
 struct Api;
 struct ToolApi;
 struct ContextCommandState;
 } // namespace host
+
+MAYA_HOST_NAMESPACE_OPEN
 
 /// The command that makes, edits and queries the contexts of one kind. -e, -edit, -q and -query belong to the
 /// host.
@@ -45,3 +45,5 @@ private:
     friend struct host::ToolApi;
     std::unique_ptr<host::ContextCommandState> state;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -9,6 +9,8 @@ struct ToolApi;
 struct SelectionGesture;
 } // namespace host
 
+MAYA_HOST_NAMESPACE_OPEN
+
 /// A tool that selects: presses, drags and releases of the base class pick and marquee-select what the
 /// selection mode allows.
 class MAYA_HOST_EXPORT MPxSelectionContext : public MPxContext {
@@ -50,3 +52,5 @@ private:
     friend struct host::ToolApi;
     std::unique_ptr<host::SelectionGesture> gesture;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

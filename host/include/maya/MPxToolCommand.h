@@ -6,6 +6,8 @@ namespace host {
 struct Api;
 }
 
+MAYA_HOST_NAMESPACE_OPEN
+
 /// The command that a tool leaves behind when a gesture ends.
 class MAYA_HOST_EXPORT MPxToolCommand : public MPxCommand {
 public:
@@ -25,3 +27,5 @@ protected:
 private:
     friend struct host::Api;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -11,6 +11,8 @@ struct Api;
 struct RichSelection;
 } // namespace host
 
+MAYA_HOST_NAMESPACE_OPEN
+
 /// The selection with its soft falloff and, apart, its mirrored part. It can be copied by construction only:
 /// the platform has no safe assignment.
 class MAYA_HOST_EXPORT MRichSelection {
@@ -31,3 +33,5 @@ private:
     friend struct host::Api;
     std::unique_ptr<host::RichSelection> selection;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -6,6 +6,8 @@ namespace host {
 struct Api;
 }
 
+MAYA_HOST_NAMESPACE_OPEN
+
 /// Callbacks about the session and its files.
 class MAYA_HOST_EXPORT MSceneMessage : public MMessage {
 public:
@@ -73,3 +75,5 @@ public:
 private:
     friend struct host::Api;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

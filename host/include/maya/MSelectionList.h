@@ -9,12 +9,12 @@
 
 #include <memory>
 
-class MStringArray;
-
 namespace host {
 struct Api;
 struct SelectionList;
 } // namespace host
+
+MAYA_HOST_NAMESPACE_OPEN
 
 /// An ordered list of nodes, paths with or without components, and plugs. Copies are deep.
 class MAYA_HOST_EXPORT MSelectionList {
@@ -63,3 +63,5 @@ private:
     friend struct host::Api;
     std::unique_ptr<host::SelectionList> list;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -4,7 +4,7 @@
 
 #include <iosfwd>
 
-class MString;
+MAYA_HOST_NAMESPACE_OPEN
 
 /// How a call ended. Success unless said otherwise.
 class MAYA_HOST_EXPORT MStatus {
@@ -44,8 +44,6 @@ private:
     MStatusCode code;
 };
 
-typedef MStatus MS;
-
 inline bool operator==(const MStatus::MStatusCode code, const MStatus& status)
 {
     return status == code;
@@ -56,3 +54,7 @@ inline bool operator!=(const MStatus::MStatusCode code, const MStatus& status)
 }
 
 MAYA_HOST_EXPORT std::ostream& operator<<(std::ostream& out, MStatus& status);
+
+MAYA_HOST_NAMESPACE_CLOSE
+
+typedef MStatus MS;

@@ -6,11 +6,11 @@
 #include <iosfwd>
 #include <string>
 
-class MStringArray;
-
 namespace host {
 struct Api;
 }
+
+MAYA_HOST_NAMESPACE_OPEN
 
 /// A text in UTF-8. Lengths and positions count bytes.
 /// A number is appended as the shortest text that reads back as the same number. There is no constructor from
@@ -94,3 +94,5 @@ private:
 
 MAYA_HOST_EXPORT std::ostream& operator<<(std::ostream& out, const MString& text);
 MAYA_HOST_EXPORT MString operator+(const char* left, const MString& right);
+
+MAYA_HOST_NAMESPACE_CLOSE

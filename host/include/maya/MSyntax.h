@@ -10,6 +10,8 @@ struct Api;
 struct Syntax;
 } // namespace host
 
+MAYA_HOST_NAMESPACE_OPEN
+
 /// The flags and arguments that a command takes. Copies are deep.
 class MAYA_HOST_EXPORT MSyntax {
 public:
@@ -67,3 +69,5 @@ private:
     friend struct host::Api;
     std::shared_ptr<host::Syntax> syntax;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

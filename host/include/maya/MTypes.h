@@ -1,10 +1,14 @@
 #pragma once
 
+#include <maya/MApiNamespace.h>
+
 /// Release of the interface: year, update and fix.
 #define MAYA_API_VERSION 20220300
 
 /// Keeps a class or function visible across shared libraries, whatever the default of the target.
 #define MAYA_HOST_EXPORT __attribute__((visibility("default")))
+
+MAYA_HOST_NAMESPACE_OPEN
 
 /// Spaces of points and vectors. kObject is the space of the shape itself.
 class MSpace {
@@ -19,3 +23,5 @@ public:
         kLast = 5,
     };
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -2,14 +2,12 @@
 
 #include <maya/MTypes.h>
 
-class MColor;
-class MPoint;
-class MString;
-
 namespace host {
 struct Api;
 struct DrawRecord;
 } // namespace host
+
+MAYA_HOST_NAMESPACE_OPEN
 
 namespace MHWRender {
 
@@ -73,3 +71,5 @@ private:
 };
 
 } // namespace MHWRender
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -3,8 +3,7 @@
 #include <maya/MStatus.h>
 #include <maya/MTypes.h>
 
-class MMatrix;
-class MPoint;
+MAYA_HOST_NAMESPACE_OPEN
 
 /// A direction with a length; zero by default. Matrices apply from the right and do not translate it.
 class MAYA_HOST_EXPORT MVector {
@@ -70,3 +69,5 @@ inline MVector operator*(double scalar, const MVector& vector)
 {
     return vector * scalar;
 }
+
+MAYA_HOST_NAMESPACE_CLOSE

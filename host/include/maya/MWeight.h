@@ -2,6 +2,8 @@
 
 #include <maya/MTypes.h>
 
+MAYA_HOST_NAMESPACE_OPEN
+
 /// The weight that soft selection gives to one element: influence is the falloff, 0 to 1.
 class MAYA_HOST_EXPORT MWeight {
 public:
@@ -17,3 +19,5 @@ private:
     float influenceValue;
     float seamValue;
 };
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -1,11 +1,10 @@
 #pragma once
 
+#include <maya/MApiNamespace.h>
 #include <maya/MString.h>
 
 #include <map>
 #include <string>
-
-class MArgList;
 
 namespace layers {
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <maya/MApiNamespace.h>
+
 #include <functional>
 #include <string>
-
-class MStatus;
 
 namespace host {
 

@@ -3,11 +3,11 @@
 #include "mel/value.h"
 #include "plugins/syntax.h"
 
+#include <maya/MApiNamespace.h>
+
 #include <memory>
 #include <string>
 #include <vector>
-
-class MPxCommand;
 
 namespace host {
 

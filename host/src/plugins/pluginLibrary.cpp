@@ -15,8 +15,8 @@ namespace host {
 namespace {
 
 // initializePlugin(MObject) and uninitializePlugin(MObject) as the C++ ABI of this platform writes them.
-const char* const kInitialize = "_Z16initializePlugin7MObject";
-const char* const kUninitialize = "_Z18uninitializePlugin7MObject";
+const char* const kInitialize = "_Z16initializePluginN8Autodesk4Maya16OpenMaya202200007MObjectE";
+const char* const kUninitialize = "_Z18uninitializePluginN8Autodesk4Maya16OpenMaya202200007MObjectE";
 const char* const kVersion = "MApiVersion";
 
 /// Plug-ins are built for one yearly release; updates within the year keep the interface.
@@ -39,8 +39,8 @@ PluginLibrary::PluginLibrary(const std::string& file) : filePath(file)
     if (!handle)
         refuse(dlerror());
     try {
-        readEntryPoints();
         readVersion();
+        readEntryPoints();
     } catch (...) {
         dlclose(handle);
         throw;
@@ -64,13 +64,16 @@ void PluginLibrary::readEntryPoints()
     if (!initializer || !uninitializer)
         refuse(std::string("it is no plug-in: no entry point ") +
                (initializer ? "uninitializePlugin" : "initializePlugin") + "(MObject).");
+    if (version.empty())
+        refuse("it is no plug-in: no MApiVersion.");
 }
 
+// Comes first: the entry points of another release have other names, which would hide the reason.
 void PluginLibrary::readVersion()
 {
     const auto* text = static_cast<const char*>(symbol(kVersion));
     if (!text)
-        refuse("it is no plug-in: no MApiVersion.");
+        return;
     version = text;
     if (static_cast<int>(leadingNumber(version)) / kUpdatesPerYear != MAYA_API_VERSION / kUpdatesPerYear)
         refuse("it was built for version " + version + " of the interface; this host has " +

@@ -2,11 +2,11 @@
 
 #include "plugins/plugin.h"
 
+#include <maya/MApiNamespace.h>
+
 #include <memory>
 #include <string>
 #include <vector>
-
-class MPxToolCommand;
 
 namespace host {
 

@@ -2,14 +2,13 @@
 
 #include "mel/value.h"
 
+#include <maya/MApiNamespace.h>
+
 #include <functional>
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
-
-class MPxContextCommand;
-class MPxToolCommand;
 
 namespace host {
 

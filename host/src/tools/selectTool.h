@@ -1,8 +1,8 @@
 #pragma once
 
-#include <memory>
+#include <maya/MApiNamespace.h>
 
-class MPxContext;
+#include <memory>
 
 namespace host {
 

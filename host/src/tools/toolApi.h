@@ -2,15 +2,11 @@
 
 #include "mel/value.h"
 
+#include <maya/MApiNamespace.h>
+
 #include <functional>
 #include <memory>
 #include <string>
-
-class MEvent;
-class MPxContext;
-class MPxContextCommand;
-class MPxSelectionContext;
-class MPxToolCommand;
 
 namespace host {
 

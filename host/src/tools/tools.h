@@ -1,12 +1,12 @@
 #pragma once
 
+#include <maya/MApiNamespace.h>
+
 #include <functional>
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
-
-class MPxContext;
 
 namespace host {
 

@@ -2,32 +2,13 @@
 
 #include "types/object.h"
 
+#include <maya/MApiNamespace.h>
 #include <maya/MObject.h>
 
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
-
-class M3dView;
-class MArgList;
-class MArgParser;
-class MCommandResult;
-class MDagPath;
-class MFnBase;
-class MPlug;
-class MPxCommand;
-class MRichSelection;
-class MSelectionList;
-class MStatus;
-class MString;
-class MStringArray;
-class MSyntax;
-
-namespace MHWRender {
-class MFrameContext;
-class MUIDrawManager;
-} // namespace MHWRender
 
 namespace host {
 

@@ -49,7 +49,11 @@ void MStatus::perror(const MString& message) const
     perror(message.asChar());
 }
 
+MAYA_HOST_NAMESPACE_OPEN
+
 std::ostream& operator<<(std::ostream& out, MStatus& status)
 {
     return out << textOf(status.statusCode());
 }
+
+MAYA_HOST_NAMESPACE_CLOSE

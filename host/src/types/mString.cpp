@@ -206,6 +206,8 @@ void MString::clear()
     text.clear();
 }
 
+MAYA_HOST_NAMESPACE_OPEN
+
 std::ostream& operator<<(std::ostream& out, const MString& text)
 {
     return out << text.asChar();
@@ -215,3 +217,5 @@ MString operator+(const char* left, const MString& right)
 {
     return MString(left) + right;
 }
+
+MAYA_HOST_NAMESPACE_CLOSE

@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+MAYA_HOST_NAMESPACE_OPEN
 namespace MHWRender {
 
 namespace {
@@ -166,3 +167,4 @@ void MUIDrawManager::text2d(const MPoint& at, const MString& label, TextAlignmen
 }
 
 } // namespace MHWRender
+MAYA_HOST_NAMESPACE_CLOSE

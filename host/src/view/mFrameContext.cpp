@@ -7,6 +7,7 @@
 #include <maya/MDagPath.h>
 #include <maya/MPoint.h>
 
+MAYA_HOST_NAMESPACE_OPEN
 namespace MHWRender {
 
 namespace {
@@ -91,3 +92,4 @@ void MFrameContext::viewportToWorld(double xPos, double yPos, MPoint& worldNearP
 }
 
 } // namespace MHWRender
+MAYA_HOST_NAMESPACE_CLOSE

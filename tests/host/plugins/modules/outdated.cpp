@@ -1,17 +1,28 @@
-// A plug-in that was built against the interface of another year.
+// A plug-in that was built against the interface of another year: its entry points have other names, because
+// the classes live in that year's namespace.
 
-#define MNoVersionString
-#include <maya/MFnPlugin.h>
+namespace Autodesk {
+namespace Maya {
+namespace OpenMaya20190000 {
+class MObject;
+class MStatus;
+} // namespace OpenMaya20190000
+} // namespace Maya
+} // namespace Autodesk
 
-extern "C" MAYA_HOST_EXPORT const char MApiVersion[];
+#define EXPORTED __attribute__((visibility("default")))
+
+extern "C" EXPORTED const char MApiVersion[];
 const char MApiVersion[] = "20190000";
 
-MStatus initializePlugin(MObject)
+using namespace Autodesk::Maya::OpenMaya20190000;
+
+EXPORTED MStatus* initializePlugin(MObject*)
 {
-    return MStatus::kSuccess;
+    return nullptr;
 }
 
-MStatus uninitializePlugin(MObject)
+EXPORTED MStatus* uninitializePlugin(MObject*)
 {
-    return MStatus::kSuccess;
+    return nullptr;
 }
