@@ -40,7 +40,7 @@ for standard in 14 17; do
     [ $standard = 14 ] || sed -i '/^MAYA_HOST_EXPORT MStatus .*nitializePlugin(/d' "$work/devkit/include/maya/MFnPlugin.h"
     build=$work/build$standard
     cmake -S "$source" -B "$build" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_CXX_FLAGS="$flags" \
-        -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER_LAUNCHER="$(command -v ccache || true)" \
+        -DCMAKE_BUILD_TYPE=None -DCMAKE_CXX_COMPILER_LAUNCHER="$(command -v ccache || true)" \
         -DMAYA_DEVKIT="$work/devkit" -DMORVANE_CXX_STANDARD=$standard >"$work/configure.log"
     cmake --build "$build" >"$work/build.log" || {
         cat "$work/build.log"
