@@ -5,7 +5,7 @@
 #include "plugInPath.h"
 #include "plugins/pluginRegistry.h"
 #include "render/picture.h"
-#include "safeFile.h"
+#include "scene/replacedFile.h"
 #include "scene/sceneFile.h"
 #include "tools/idleQueue.h"
 #include "tools/tools.h"
@@ -166,7 +166,11 @@ void Program::idle()
 void Program::writeImage()
 {
     if (!options.image.empty())
+<<<<<<< HEAD
         writeFileSafely(options.image, pngOf(renderPicture(hostSession, options.scale, &pressWatch)));
+=======
+        host::replaceFile(options.image, pngOf(renderPicture(hostSession)));
+>>>>>>> ee4e533 (Saving keeps owner, mode and links of the old file, refuses what is protected or no file, and tidies up after killed writers)
 }
 
 void Program::saveScene()

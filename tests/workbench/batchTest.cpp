@@ -56,6 +56,9 @@ TEST(Batch, WrongUsageEndsWithTwo)
         {"--batch", "--image", "view.jpg"},
         {"--batch", "--save", "scene.mb"},
         {"--batch", "--save", "ma"},
+        {"--batch", "--save", ""},
+        {"--batch", "--image", ""},
+        {"--batch", "--save="},
         {}, // no window in this build
     };
     for (const std::vector<std::string>& arguments : wrong) {
@@ -126,7 +129,15 @@ TEST(Batch, UnwritableResultsLeaveTheOldFileIntact)
     }
     EXPECT_EQ(runWorkbench({"--batch", "--no-plug-in", "--image", folder.file("folder.png")}).status, 1);
     EXPECT_EQ(runWorkbench({"--batch", "--no-plug-in", "--save", folder.file("folder.ma")}).status, 1);
-    EXPECT_EQ(folder.names().size(), 2U) << "half-written files were left behind";
+    for (const auto& [option, ending] : endings) {
+        const std::string kept = folder.write(std::string("kept") + ending, "old");
+        std::filesystem::permissions(kept, std::filesystem::perms::owner_read);
+        const RunResult run = runWorkbench({"--batch", "--no-plug-in", option, kept});
+        EXPECT_EQ(run.status, 1) << option;
+        EXPECT_TRUE(contains(run.err, kept + " cannot be written: it is write-protected")) << run.err;
+        EXPECT_EQ(contentsOf(kept), "old") << option;
+    }
+    EXPECT_EQ(folder.names().size(), 4U) << "half-written files were left behind";
     EXPECT_EQ(runWorkbench({"--batch", "--no-plug-in", "--save", "/dev/full/x.ma"}).status, 1);
 }
 

@@ -5,6 +5,7 @@
 #include "scene/defaultScene.h"
 #include "scene/maReader.h"
 #include "scene/maWriter.h"
+#include "scene/replacedFile.h"
 #include "scene/sceneInfo.h"
 #include "selection/selectionState.h"
 #include "session.h"
@@ -13,12 +14,8 @@
 #include "view/drawRecord.h"
 #include "view/viewport.h"
 
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
-
-#include <unistd.h>
 
 namespace host {
 
@@ -39,49 +36,6 @@ void tellWarnings(Session& session, const std::string& path, const MaReader& rea
 {
     for (const std::string& warning : reader.warnings())
         session.messages().warning(files::path(path).filename().string() + ": " + warning);
-}
-
-/// The file beside the target that is written first. It goes when it was not put in the target's place.
-class TemporaryFile {
-public:
-    explicit TemporaryFile(const std::string& target)
-        : path(target + "." + std::to_string(::getpid()) + ".part")
-    {}
-    ~TemporaryFile()
-    {
-        std::error_code ignored;
-        if (!moved)
-            files::remove(path, ignored);
-    }
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-    void moveTo(const std::string& target)
-    {
-        std::error_code problem;
-        const files::perms old = files::status(target, problem).permissions();
-        if (!problem && files::exists(target, problem))
-            files::permissions(path, old, problem);
-        files::rename(path, target, problem);
-        if (problem)
-            throw Error("The file " + target + " cannot be written: " + problem.message());
-        moved = true;
-    }
-
-    const std::string path;
-
-private:
-    bool moved = false;
-};
-
-/// Where a symbolic link leads, so that saving does not replace the link.
-std::string behindLinks(const std::string& path)
-{
-    std::error_code problem;
-    if (!files::is_symlink(path, problem))
-        return path;
-    const files::path target = files::canonical(path, problem);
-    return problem ? path : target.string();
 }
 
 } // namespace
@@ -137,16 +91,9 @@ void importScene(Session& session, const std::string& path, const std::string& n
 
 void saveScene(Session& session, const std::string& path)
 {
-    const std::string target = behindLinks(path);
-    TemporaryFile temporary(target);
-    errno = 0;
-    std::ofstream output(temporary.path, std::ios::binary | std::ios::trunc);
-    if (output)
-        writeScene(output, session.graph(), session.sceneInfo());
-    output.close();
-    if (!output)
-        throw Error("The file " + path + " cannot be written: " + std::strerror(errno ? errno : EIO));
-    temporary.moveTo(target);
+    ReplacedFile file(path);
+    writeScene(file.stream(), session.graph(), session.sceneInfo());
+    file.commit();
     session.graph().modified = false;
 }
 

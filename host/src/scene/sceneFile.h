@@ -18,8 +18,8 @@ void openScene(Session& session, const std::string& path);
 /// names get a number).
 void importScene(Session& session, const std::string& path, const std::string& nameSpace);
 
-/// Writes the scene to a file beside the target, which then takes the target's place. The scene counts as
-/// unmodified afterwards; its name is the caller's matter.
+/// Writes the scene to a file beside the target, which then takes the target's place (scene/replacedFile.h).
+/// The scene counts as unmodified afterwards; its name is the caller's matter.
 void saveScene(Session& session, const std::string& path);
 
 } // namespace host
