@@ -5,7 +5,7 @@ set -eu
 
 packages="cmake ninja-build g++ ccache nlohmann-json3-dev libnanoflann-dev libimath-dev libtbb-dev
 libimgui-dev libegl-dev libgl-dev libopengl-dev libegl-mesa0 libgl1-mesa-dri libstb-dev libcli11-dev
-libgtest-dev fonts-dejavu-core $*"
+libgtest-dev fonts-dejavu-core locales $*"
 
 missing=""
 for package in $packages; do

@@ -7,6 +7,7 @@
 #include "scene/keptXform.h"
 #include "session.h"
 #include "types/error.h"
+#include "types/numberText.h"
 #include "undo/edits.h"
 
 #include <ImathMatrixAlgo.h>
@@ -14,7 +15,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 namespace host {
 
@@ -42,9 +42,8 @@ std::vector<DagNode*> withAncestors(const std::vector<DagNode*>& joints)
 
 void append(std::string& text, double value)
 {
-    char number[32];
-    std::snprintf(number, sizeof number, " %.17g", value);
-    text += number;
+    text += ' ';
+    text += generalText(value, 17);
 }
 
 void append(std::string& text, const V3d& value)

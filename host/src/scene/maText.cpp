@@ -1,9 +1,10 @@
 #include "scene/maText.h"
 
+#include "types/numberText.h"
+
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
 #include <limits>
 
 namespace host {
@@ -75,10 +76,8 @@ std::string maNumberInUnit(double value, double unitSize)
         constexpr double kFar = std::numeric_limits<double>::infinity();
         for (const double inUnit : {guess, std::nextafter(guess, -kFar), std::nextafter(guess, kFar)}) {
             for (int digits = 6; inUnit * unitSize == value && digits <= 17; ++digits) {
-                char text[40];
-                std::snprintf(text, sizeof text, "%.*g", digits, inUnit);
                 double read = 0.0;
-                if (maParseNumber(text, read) && read * unitSize == value)
+                if (maParseNumber(generalText(inUnit, digits), read) && read * unitSize == value)
                     return maNumber(read);
             }
         }
@@ -104,6 +103,15 @@ std::string maQuoted(std::string_view text)
     }
     out += ')';
     return out;
+}
+
+std::string maLeaf(std::string_view path)
+{
+    const std::size_t bar = path.rfind('|');
+    std::string_view leaf = bar == path.npos ? path : path.substr(bar + 1);
+    if (!leaf.empty() && leaf.front() == ':')
+        leaf.remove_prefix(1);
+    return std::string(leaf);
 }
 
 bool maParseNumber(std::string_view word, double& value)

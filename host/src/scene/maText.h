@@ -18,6 +18,9 @@ std::string maNumberInUnit(double value, double unitSize);
 /// length of one text.
 std::string maQuoted(std::string_view text);
 
+/// The last part of a path "|a|b", without the colon of the root namespace.
+std::string maLeaf(std::string_view path);
+
 /// The whole word as a number: decimal, hexadecimal, nan, inf and their Windows spellings. False if it is
 /// none.
 bool maParseNumber(std::string_view word, double& value);

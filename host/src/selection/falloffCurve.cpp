@@ -1,11 +1,10 @@
 #include "selection/falloffCurve.h"
 
 #include "types/error.h"
+#include "types/numberText.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 
 namespace host {
 
@@ -60,21 +59,15 @@ namespace {
 std::vector<double> numbersOf(const std::string& text)
 {
     std::vector<double> numbers;
-    const char* at = text.c_str();
-    while (true) {
-        char* end = nullptr;
-        const double number = std::strtod(at, &end);
-        if (end == at || !std::isfinite(number))
-            return {};
-        numbers.push_back(number);
-        while (*end == ' ')
-            ++end;
-        if (*end == '\0')
-            return numbers;
-        if (*end != ',')
+    for (std::size_t at = 0; at <= text.size();) {
+        const std::size_t end = std::min(text.find(',', at), text.size());
+        bool whole = false;
+        numbers.push_back(leadingNumber(text.substr(at, end - at), &whole));
+        if (!whole || !std::isfinite(numbers.back()))
             return {};
         at = end + 1;
     }
+    return numbers;
 }
 
 bool inUnit(double number)
@@ -105,12 +98,11 @@ std::vector<SoftSelectOptions::CurvePoint> parseFalloffCurve(const std::string& 
 std::string falloffCurveText(const std::vector<SoftSelectOptions::CurvePoint>& points)
 {
     std::string text;
-    char buffer[96];
     for (const SoftSelectOptions::CurvePoint& point : points) {
-        std::snprintf(buffer, sizeof buffer, "%s%.7g,%.7g,%d", text.empty() ? "" : ",",
-                      static_cast<double>(point.value), static_cast<double>(point.position),
-                      point.interpolation);
-        text += buffer;
+        text += text.empty() ? "" : ",";
+        text += generalText(static_cast<double>(point.value), 7) + ",";
+        text += generalText(static_cast<double>(point.position), 7) + ",";
+        text += std::to_string(point.interpolation);
     }
     return text;
 }

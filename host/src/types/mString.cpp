@@ -2,7 +2,6 @@
 
 #include <maya/MString.h>
 
-#include <cstdio>
 #include <limits>
 #include <ostream>
 
@@ -136,12 +135,9 @@ bool MString::operator!=(const char* other) const
 
 MStatus MString::set(double value, int precision)
 {
-    // Enough for the largest double and any sensible count of decimals.
-    char buffer[512];
     if (precision < 0 || precision > 100)
         return MStatus::kInvalidParameter;
-    std::snprintf(buffer, sizeof buffer, "%.*f", precision, value);
-    text = buffer;
+    text = host::fixedText(value, precision);
     return MStatus::kSuccess;
 }
 

@@ -19,6 +19,16 @@ std::string shortest(Number value)
     return {buffer, end};
 }
 
+/// Enough for the largest double and any sensible count of decimals.
+constexpr std::size_t kMostDigits = 512;
+
+std::string inFormat(double value, std::chars_format format, int precision)
+{
+    char buffer[kMostDigits];
+    const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, format, precision).ptr;
+    return {buffer, end};
+}
+
 const char* const kBlanks = " \t\r\n";
 
 } // namespace
@@ -31,6 +41,16 @@ std::string numberText(double value)
 std::string numberText(float value)
 {
     return shortest(value);
+}
+
+std::string generalText(double value, int digits)
+{
+    return inFormat(value, std::chars_format::general, digits);
+}
+
+std::string fixedText(double value, int decimals)
+{
+    return inFormat(value, std::chars_format::fixed, decimals);
 }
 
 double leadingNumber(const std::string& text, bool* whole)

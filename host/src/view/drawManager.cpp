@@ -3,6 +3,7 @@
 #include "session.h"
 #include "trace.h"
 #include "types/api.h"
+#include "types/numberText.h"
 #include "view/drawRecord.h"
 
 #include <maya/MColor.h>
@@ -10,8 +11,6 @@
 #include <maya/MString.h>
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 
 MAYA_HOST_NAMESPACE_OPEN
 namespace MHWRender {
@@ -22,10 +21,10 @@ namespace {
 template <class Number>
 std::string shortest(Number number, int mostDigits)
 {
-    char text[40];
+    std::string text;
     for (int digits = 6; digits <= mostDigits; ++digits) {
-        std::snprintf(text, sizeof text, "%.*g", digits, static_cast<double>(number));
-        if (static_cast<Number>(std::strtod(text, nullptr)) == number)
+        text = host::generalText(static_cast<double>(number), digits);
+        if (static_cast<Number>(host::leadingNumber(text)) == number)
             break;
     }
     return text;
