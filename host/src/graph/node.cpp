@@ -124,17 +124,13 @@ std::vector<PathStep> parsePath(const std::string& path, const Node& node)
     return steps;
 }
 
-} // namespace
-
-Plug Node::plugByPath(const std::string& path)
+/// What a path means that does not begin with an alias.
+Plug plugWithoutAlias(Node& node, const std::string& path)
 {
-    if (const Attribute* whole = findAttribute(path))
-        return Plug(this, whole);
-    for (const auto& alias : aliases)
-        if (alias.first == path.substr(0, path.find_first_of(".[")))
-            return plugByPath(alias.second + path.substr(alias.first.size()));
-    const std::vector<PathStep> steps = parsePath(path, *this);
-    Plug result = plug(steps.front().name);
+    if (const Attribute* whole = node.findAttribute(path))
+        return Plug(&node, whole);
+    const std::vector<PathStep> steps = parsePath(path, node);
+    Plug result = node.plug(steps.front().name);
     for (std::size_t position = 0; position < steps.size(); ++position) {
         if (position > 0)
             result = result.child(steps[position].name);
@@ -144,6 +140,19 @@ Plug Node::plugByPath(const std::string& path)
             result = result.element(0); // files leave out the index of the only instance
     }
     return result;
+}
+
+} // namespace
+
+Plug Node::plugByPath(const std::string& path)
+{
+    if (const Attribute* whole = findAttribute(path))
+        return Plug(this, whole);
+    // What an alias stands for is no alias: two of them could stand for each other.
+    for (const auto& alias : aliases)
+        if (alias.first == path.substr(0, path.find_first_of(".[")))
+            return plugWithoutAlias(*this, alias.second + path.substr(alias.first.size()));
+    return plugWithoutAlias(*this, path);
 }
 
 void Node::storeNumber(const Plug& plug, double value)

@@ -1,5 +1,6 @@
 #include "graph/numericArray.h"
 
+#include "graph/density.h"
 #include "graph/indexRun.h"
 
 #include <algorithm>
@@ -7,10 +8,6 @@
 namespace host {
 
 namespace {
-
-/// Indices up to this stay dense wherever they lie; beyond, an element must not leave a gap much larger than
-/// what is there already.
-constexpr std::uint32_t kAlwaysDense = 4096;
 
 /// Of ids that may be null, which stand for 0, 1, ...
 std::size_t firstOf(const int* ids, std::size_t count)
@@ -70,7 +67,7 @@ bool NumericArray::has(std::uint32_t logical) const
 void NumericArray::set(std::uint32_t logical, double value)
 {
     if (!dense(logical)) {
-        if (logical < kAlwaysDense || logical / 4 <= marks.size()) {
+        if (mayLieDensely(logical, occupied)) {
             grow(logical);
         } else {
             const double kept = single ? static_cast<double>(static_cast<float>(value)) : value;
@@ -167,17 +164,21 @@ void NumericArray::markRun(std::size_t first, std::size_t count)
 template <class Number>
 void NumericArray::gatherNumbers(const int* ids, std::size_t count, Number* out) const
 {
-    if (isDenseRun(ids, count)) {
-        const std::size_t first = firstOf(ids, count);
-        if (single)
-            copyNumbers(floats.data() + first, count, out);
-        else
-            copyNumbers(doubles.data() + first, count, out);
+    if (ids && count > 0 && !isRun(ids, count)) {
+        for (std::size_t i = 0; i < count; ++i)
+            out[i] = static_cast<Number>(get(static_cast<std::uint32_t>(ids[i])));
         return;
     }
-    for (std::size_t i = 0; i < count; ++i)
-        out[i] = static_cast<Number>(
-            get(ids ? static_cast<std::uint32_t>(ids[i]) : static_cast<std::uint32_t>(i)));
+    const std::size_t first = firstOf(ids, count);
+    const std::size_t inside = first < marks.size() ? std::min(count, marks.size() - first) : 0;
+    if (inside > 0 && single)
+        copyNumbers(floats.data() + first, inside, out);
+    else if (inside > 0)
+        copyNumbers(doubles.data() + first, inside, out);
+    std::fill(out + inside, out + count, static_cast<Number>(fallback));
+    for (auto entry = far.lower_bound(static_cast<std::uint32_t>(first));
+         entry != far.end() && entry->first < first + count; ++entry)
+        out[entry->first - first] = static_cast<Number>(entry->second);
 }
 
 template <class Number>
