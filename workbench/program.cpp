@@ -166,11 +166,7 @@ void Program::idle()
 void Program::writeImage()
 {
     if (!options.image.empty())
-<<<<<<< HEAD
-        writeFileSafely(options.image, pngOf(renderPicture(hostSession, options.scale, &pressWatch)));
-=======
-        host::replaceFile(options.image, pngOf(renderPicture(hostSession)));
->>>>>>> ee4e533 (Saving keeps owner, mode and links of the old file, refuses what is protected or no file, and tidies up after killed writers)
+        host::replaceFile(options.image, pngOf(renderPicture(hostSession, options.scale, &pressWatch)));
 }
 
 void Program::saveScene()

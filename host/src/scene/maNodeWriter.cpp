@@ -7,6 +7,7 @@
 #include "nodes/geometry.h"
 #include "scene/dataText.h"
 #include "scene/dynamicAttribute.h"
+#include "scene/keptTexts.h"
 #include "scene/keptXform.h"
 #include "scene/maText.h"
 #include "scene/meshText.h"
@@ -89,8 +90,10 @@ void MaNodeWriter::write()
 {
     if (node.locked)
         out += "\tlockNode -l 1 ;\n";
+    const KeptTexts kept = keptTextsOf(node);
+    statements(kept.before);
     addAttributes();
-    keptTexts();
+    statements(kept.behind);
     const auto writeRoot = [this](const Ref<Attribute>& root) {
         if (root->flags.storable && !root->flags.output && root->type != AttributeType::kOpaque)
             value(Plug(const_cast<Node*>(&node), root.get()));
@@ -118,25 +121,10 @@ void MaNodeWriter::addAttribute(const Attribute& attribute)
         addAttribute(*child);
 }
 
-void MaNodeWriter::keptTexts()
+void MaNodeWriter::statements(const std::vector<std::string>& kept)
 {
-    for (const std::string& statement : node.keptStatements) {
-        if (!isStaleXform(statement))
-            out += "\t" + statement + ";\n";
-    }
-}
-
-/// A transformation in parts stands for the matrix only as long as nobody has changed that.
-bool MaNodeWriter::isStaleXform(const std::string& statement) const
-{
-    std::string path;
-    Imath::M44d matrix;
-    if (!readKeptXform(statement, path, matrix))
-        return false;
-    const auto plug = resolvePlug(const_cast<Node&>(node), path);
-    // An attribute that the host does not know has nothing but this text.
-    return plug && plug->attribute()->type == AttributeType::kMatrix &&
-           (!plug->hasStored() || plug->storedMatrix() != matrix);
+    for (const std::string& statement : kept)
+        out += "\t" + statement + ";\n";
 }
 
 bool MaNodeWriter::isKeptXform(const Plug& plug) const

@@ -23,18 +23,13 @@ void MaReader::read()
         if (first)
             readHead();
         first = false;
-        try {
-            statement(words);
-        } catch (const Error& error) {
-            const std::string text = error.what();
-            if (text.compare(0, file.size() + 7, file + ": line ") == 0)
-                throw;
-            throw Error(file + ": line " + std::to_string(words.line) + ": " + text);
-        }
+        statement(words);
     }
     if (first)
         readHead();
     requireEnd();
+    enter(nullptr, Context::kNone);
+    retryKept();
     finish();
 }
 
@@ -69,18 +64,21 @@ void MaReader::statement(const MaStatement& words)
         {"lockNode", &MaReader::lockNode},      {"requires", &MaReader::requires_},
         {"fileInfo", &MaReader::fileInfoEntry}, {"currentUnit", &MaReader::currentUnit},
         {"file", &MaReader::fileReference}};
-    for (const Handler& handler : kHandlers) {
-        if (words.command() == handler.command)
-            return (this->*handler.read)(words);
+    const auto handler =
+        std::find_if(std::begin(kHandlers), std::end(kHandlers),
+                     [&](const Handler& candidate) { return words.command() == candidate.command; });
+    if (handler == std::end(kHandlers)) {
+        keep(words);
+        return;
     }
-    keep(words);
-}
-
-/// A statement that the host does not interpret, for writing back about where it stood.
-void MaReader::keep(const MaStatement& words)
-{
-    std::vector<std::string>& kept = linksBegun ? info.keptTail : nodesBegun ? info.keptBody : info.keptHead;
-    kept.emplace_back(words.raw);
+    try {
+        (this->*handler->read)(words);
+    } catch (const Error& error) {
+        const std::string text = error.what();
+        if (text.compare(0, file.size() + 7, file + ": line ") == 0)
+            throw;
+        throw Error(file + ": line " + std::to_string(words.line) + ": " + text);
+    }
 }
 
 void MaReader::fileReference(const MaStatement& words)
@@ -139,15 +137,14 @@ void MaReader::requireEnd() const
 /// Locks come last: they would refuse values and connections of this very file.
 void MaReader::finish()
 {
-    enter(nullptr, Context::kNone);
     for (const auto& [plug, locked] : locks)
         plug.setLocked(locked);
     for (const auto& [node, locked] : nodeLocks)
         node->locked = locked;
-    if (unresolved > 0)
-        notes.push_back(
-            std::to_string(unresolved) +
-            " statements name what is not in the scene and are kept as text; the first: " + firstUnresolved);
+    tellUnresolved();
+    info.keptHead = textsOf(keptHead);
+    info.keptBody = textsOf(keptBody);
+    info.keptTail = textsOf(keptTail);
 }
 
 } // namespace host

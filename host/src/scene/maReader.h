@@ -5,7 +5,10 @@
 #include "scene/maTokenizer.h"
 #include "scene/sceneInfo.h"
 
+#include <deque>
+#include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -51,6 +54,13 @@ private:
     enum class Context { kNone, kNode, kText, kIgnored };
     struct SetFlags;
     struct Endpoint;
+    /// Statements that are kept as text: one, or one that makes or selects a node with all about that node.
+    struct Kept {
+        std::vector<std::pair<std::string, int>> statements; ///< with their lines
+        std::string missing;                                 ///< what they name that is not there
+        bool usual = false;                                  ///< nobody needs to be told
+        std::optional<std::pair<Plug, Plug>> unlinked;       ///< of a disconnectAttr without a connection
+    };
 
     void statement(const MaStatement& words);
     void readHead();
@@ -60,7 +70,14 @@ private:
     void requires_(const MaStatement& words);
     void currentUnit(const MaStatement& words);
     void fileInfoEntry(const MaStatement& words);
-    void keep(const MaStatement& words);
+    Kept& keep(const MaStatement& words);
+    void keepWithNode(const MaStatement& words);
+    Kept& keepUnresolved(const MaStatement& words, const std::string& missing);
+    // What came before the node that it speaks of.
+    void retryKept();
+    void retry(Kept& kept);
+    void tellUnresolved();
+    std::vector<std::string> textsOf(std::deque<Kept>& kept);
     // Nodes.
     void createNode(const MaStatement& words);
     void select(const MaStatement& words);
@@ -68,7 +85,10 @@ private:
     void lockNode(const MaStatement& words);
     void parentNode(const MaStatement& words);
     Node& makeNode(const std::string& type, const std::string& name, DagNode* parent);
-    Node* sharedNode(const std::string& type, const std::string& name, bool shared) const;
+    Node* sharedNode(const std::string& type, const std::string& name, bool shared,
+                     const DagNode* parent) const;
+    bool isDeclared(const std::string& leaf, const Node& node) const;
+    void enterShared(Node& existing, const std::string& leaf, DagNode* parent);
     void enter(Node* node, Context context);
     Node* findNode(const std::string& name) const;
     bool onPath(const DagNode* node, std::string_view path) const;
@@ -89,7 +109,6 @@ private:
     void disconnectAttr(const MaStatement& words);
     Endpoint endpoint(const std::string& text, bool nextAvailable);
     Plug nextAvailable(Node& node, const std::string& path);
-    void keepUnresolved(const MaStatement& words, const std::string& missing);
 
     void finish();
 
@@ -110,8 +129,11 @@ private:
     std::unique_ptr<MeshText> mesh; ///< of the current node
     std::vector<std::pair<Plug, bool>> locks;
     std::vector<std::pair<Ref<Node>, bool>> nodeLocks;
-    std::size_t unresolved = 0;
-    std::string firstUnresolved;
+    std::deque<Kept> keptHead, keptBody, keptTail; ///< as in SceneInfo
+    Kept* group = nullptr;                         ///< of the node that is kept as text
+    Kept* retried = nullptr;
+    std::multimap<std::string, Kept*> waiting; ///< by the name of the node that is missing
+    std::vector<std::string> arrived;          ///< names that somebody waits for
     std::vector<std::string> notes;
 };
 

@@ -77,7 +77,7 @@ void MaReader::addAttr(const MaStatement& words)
     if (context == Context::kNone)
         throw Error("there is no node to which the attribute could be added");
     if (context == Context::kText)
-        return keep(words);
+        return keepWithNode(words);
     if (context == Context::kIgnored)
         return;
     MaCursor cursor(words, file);
@@ -146,20 +146,23 @@ void MaReader::connectAttr(const MaStatement& words)
             next = true;
         else if (text == "-l" || text == "-lock")
             locked = cursor.boolean();
-        else if (text != "-f" && text != "-force")
-            return keep(words);
+        else if (text != "-f" && text != "-force") {
+            keep(words);
+            return;
+        }
     }
     if (ends.size() != 2)
         throw Error("connectAttr takes two attributes");
     const Endpoint source = endpoint(ends[0], false);
     const Endpoint destination = source.missing.empty() ? endpoint(ends[1], next) : source;
     if (!destination.missing.empty())
-        return keepUnresolved(words, destination.missing);
+        return void(keepUnresolved(words, destination.missing));
     try {
         graph.connect(source.plug, destination.plug, true);
     } catch (const Error& error) {
         notes.push_back("line " + std::to_string(words.line) + ": " + error.what() + "; kept as text");
-        return keep(words);
+        keep(words);
+        return;
     }
     if (locked)
         locks.emplace_back(destination.plug, *locked);
@@ -173,13 +176,21 @@ void MaReader::disconnectAttr(const MaStatement& words)
         plain = plain && !cursor.peek().isFlag();
         ends.push_back(cursor.text());
     }
-    if (plain && ends.size() == 2) {
-        const Endpoint source = endpoint(ends[0], false), destination = endpoint(ends[1], false);
-        if (source.missing.empty() && destination.missing.empty() &&
-            graph.source(destination.plug) == source.plug)
-            return graph.disconnect(source.plug, destination.plug);
+    if (!plain || ends.size() != 2) {
+        keep(words);
+        return;
     }
-    keep(words);
+    const Endpoint source = endpoint(ends[0], false), destination = endpoint(ends[1], false);
+    const std::string& missing = source.missing.empty() ? destination.missing : source.missing;
+    if (!missing.empty())
+        return void(keepUnresolved(words, missing));
+    if (graph.source(destination.plug) == source.plug) {
+        // A statement that is read again came before the connection.
+        if (!retried)
+            graph.disconnect(source.plug, destination.plug);
+        return;
+    }
+    keep(words).unlinked.emplace(source.plug, destination.plug);
 }
 
 } // namespace host

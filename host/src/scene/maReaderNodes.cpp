@@ -1,5 +1,6 @@
 #include "scene/maReader.h"
 
+#include "scene/maText.h"
 #include "scene/meshText.h"
 #include "types/error.h"
 
@@ -21,15 +22,6 @@ bool looksLikeTransform(const std::string& type)
            (type.size() > 10 && type.compare(type.size() - 10, 10, "Constraint") == 0);
 }
 
-std::string leafOf(std::string_view path)
-{
-    const std::size_t bar = path.rfind('|');
-    std::string_view leaf = bar == path.npos ? path : path.substr(bar + 1);
-    if (!leaf.empty() && leaf.front() == ':')
-        leaf.remove_prefix(1);
-    return std::string(leaf);
-}
-
 } // namespace
 
 /// Ends what was said about the former node.
@@ -40,6 +32,7 @@ void MaReader::enter(Node* node, Context newContext)
     if (!unfinished.empty())
         throw Error("the compound attribute " + unfinished.front() + " lacks children");
     keptAttributes.clear();
+    group = nullptr;
     current = node;
     context = newContext;
 }
@@ -63,42 +56,62 @@ void MaReader::createNode(const MaStatement& words)
     }
     enter(nullptr, Context::kNone);
     nodesBegun = true;
-    if (Node* const existing = sharedNode(type, name, shared)) {
-        declared.emplace(leafOf(name), existing);
-        if (!options.import) {
-            for (const Ref<Attribute>& root : existing->type().roots) {
-                const Plug plug(existing, root.get());
-                if (root->flags.storable && !root->flags.output && plug.hasStored())
-                    plug.unset();
-            }
-        }
-        return enter(existing, options.import ? Context::kIgnored : Context::kNode);
-    }
     DagNode* parent = nullptr;
     if (!parentName.empty()) {
         Node* const found = findNode(parentName);
         parent = found ? found->asDag() : nullptr;
         if (!parent) {
             // The parent comes with a reference: all that is said about the node goes with it.
-            keepUnresolved(words, parentName);
-            return enter(nullptr, Context::kText);
+            enter(nullptr, Context::kText);
+            return void(keepUnresolved(words, parentName));
         }
     }
+    if (Node* const existing = sharedNode(type, name, shared, parent))
+        return enterShared(*existing, maLeaf(name), parent);
     Node& node = makeNode(type, name, parent);
     node.shared = shared;
     enter(&node, Context::kNode);
 }
 
-/// A node that every scene has: files make it again and mean the one that is there.
-Node* MaReader::sharedNode(const std::string& type, const std::string& name, bool shared) const
+/// A node that every scene has: files make it again and mean the one that is there. Other nodes may have its
+/// name below another parent, and it may have got another parent itself.
+Node* MaReader::sharedNode(const std::string& type, const std::string& name, bool shared,
+                           const DagNode* parent) const
 {
     if (name.empty())
         return nullptr;
-    for (Node* const existing : graph.findAll(":" + leafOf(name))) {
-        if (existing->type().name == type && (existing->isDefault || (shared && options.import)))
+    const std::string leaf = maLeaf(name);
+    for (Node* const existing : graph.findAll(":" + leaf)) {
+        const DagNode* const dag = existing->asDag();
+        const bool elsewhere = dag && dag->parent() != parent;
+        if (existing->type().name != type || (elsewhere && (!shared || isDeclared(leaf, *existing))))
+            continue;
+        if (existing->isDefault || (shared && options.import))
             return existing;
     }
     return nullptr;
+}
+
+bool MaReader::isDeclared(const std::string& leaf, const Node& node) const
+{
+    const auto [begin, end] = declared.equal_range(leaf);
+    return std::any_of(begin, end, [&](const auto& entry) { return entry.second == &node; });
+}
+
+void MaReader::enterShared(Node& existing, const std::string& leaf, DagNode* parent)
+{
+    if (!isDeclared(leaf, existing))
+        declared.emplace(leaf, &existing);
+    if (options.import)
+        return enter(&existing, Context::kIgnored);
+    if (existing.asDag() && existing.asDag()->parent() != parent)
+        graph.reparent(*existing.asDag(), parent);
+    for (const Ref<Attribute>& root : existing.type().roots) {
+        const Plug plug(&existing, root.get());
+        if (root->flags.storable && !root->flags.output && plug.hasStored())
+            plug.unset();
+    }
+    enter(&existing, Context::kNode);
 }
 
 Node& MaReader::makeNode(const std::string& type, const std::string& name, DagNode* parent)
@@ -108,10 +121,12 @@ Node& MaReader::makeNode(const std::string& type, const std::string& name, DagNo
         const bool shape = parent && name.find("Shape") != name.npos;
         known = &graph.types().findOrKeep(type, parent || looksLikeTransform(type), shape);
     }
-    const std::string wanted = name.empty() ? type : leafOf(name);
+    const std::string wanted = name.empty() ? type : maLeaf(name);
     const std::string prefix = options.nameSpace.empty() ? "" : options.nameSpace + ":";
     Node& node = graph.create(*known, prefix + wanted, parent);
     declared.emplace(wanted, &node);
+    if (waiting.count(wanted) > 0)
+        arrived.push_back(wanted);
     if (node.name() != wanted)
         renamed[&node] = wanted;
     return node;
@@ -131,26 +146,30 @@ void MaReader::select(const MaStatement& words)
         else if (text != "-ne" && text != "-noExpand" && text != "-r" && text != "-replace")
             plain = false;
     }
-    if (!plain || name.empty())
-        return keep(words);
+    if (!plain || name.empty()) {
+        keep(words);
+        return;
+    }
     nodesBegun = true;
     Node* const node = findNode(name);
     if (node && options.import && node->isDefault)
         return enter(node, Context::kIgnored);
     enter(node, node ? Context::kNode : Context::kText);
     if (!node)
-        keep(words);
+        keepUnresolved(words, name).usual = true; // each version has default nodes of its own
 }
 
 void MaReader::renameNode(const MaStatement& words)
 {
     if (context == Context::kText)
-        return keep(words);
+        return keepWithNode(words);
     MaCursor cursor(words, file);
     const bool identity =
         words.words.size() == 3 && (cursor.peek().text == "-uid" || cursor.peek().text == "-uuid");
-    if (!identity)
-        return keep(words);
+    if (!identity) {
+        keep(words);
+        return;
+    }
     cursor.next();
     const std::string uuid = cursor.text();
     if (current && context == Context::kNode && !options.import)
@@ -160,7 +179,7 @@ void MaReader::renameNode(const MaStatement& words)
 void MaReader::lockNode(const MaStatement& words)
 {
     if (context == Context::kText)
-        return keep(words);
+        return keepWithNode(words);
     MaCursor cursor(words, file);
     bool locked = true;
     std::vector<Node*> nodes;
@@ -171,9 +190,10 @@ void MaReader::lockNode(const MaStatement& words)
             locked = cursor.boolean();
         } else if (flag) {
             // Only the host's own kind of lock is interpreted (-lockUnpublished and others are not).
-            if (!current)
-                return keep(words);
-            current->keptStatements.emplace_back(words.raw);
+            if (current)
+                current->keptStatements.emplace_back(words.raw);
+            else
+                keep(words);
             return;
         } else if (Node* const node = findNode(text)) {
             nodes.push_back(node);
@@ -203,19 +223,20 @@ void MaReader::parentNode(const MaStatement& words)
         const std::string note = "instances are not supported: parent -add is kept as text";
         if (std::find(notes.begin(), notes.end(), note) == notes.end())
             notes.push_back(note);
-        return keep(words);
+        keep(words);
+        return;
     }
     if (names.size() < (toWorld ? 1u : 2u))
         cursor.fail("parent lacks nodes");
     Node* const above = toWorld ? nullptr : findNode(names.back());
     if (!toWorld && (!above || !above->asDag()))
-        return keepUnresolved(words, names.back());
+        return void(keepUnresolved(words, names.back()));
     if (!toWorld)
         names.pop_back();
     for (const std::string& name : names) {
         Node* const node = findNode(name);
         if (!node || !node->asDag())
-            return keepUnresolved(words, name);
+            return void(keepUnresolved(words, name));
         graph.reparent(*node->asDag(), above ? above->asDag() : nullptr);
     }
 }
@@ -234,7 +255,7 @@ bool MaReader::onPath(const DagNode* node, std::string_view path) const
         const std::string_view part = bar == path.npos ? path : path.substr(bar + 1);
         path = bar == path.npos ? std::string_view() : path.substr(0, bar + 1);
         if (!part.empty()) {
-            if (!node || leafOf(part) != fileNameOf(*node))
+            if (!node || maLeaf(part) != fileNameOf(*node))
                 return false;
             node = node->parent();
         }
@@ -249,7 +270,7 @@ bool MaReader::onPath(const DagNode* node, std::string_view path) const
 /// A node by the name that the file gives it: of this file first, then of the scene.
 Node* MaReader::findNode(const std::string& name) const
 {
-    const auto [begin, end] = declared.equal_range(leafOf(name));
+    const auto [begin, end] = declared.equal_range(maLeaf(name));
     Node* found = nullptr;
     for (auto entry = begin; entry != end; ++entry) {
         Node* const node = entry->second;
@@ -264,13 +285,6 @@ Node* MaReader::findNode(const std::string& name) const
         return found;
     Node* const other = graph.find(name);
     return !options.import || (other && other->isDefault) ? other : nullptr;
-}
-
-void MaReader::keepUnresolved(const MaStatement& words, const std::string& missing)
-{
-    if (unresolved++ == 0)
-        firstUnresolved = "line " + std::to_string(words.line) + ", " + missing;
-    keep(words);
 }
 
 } // namespace host

@@ -2,6 +2,7 @@
 
 #include "scene/assignValues.h"
 #include "scene/dataText.h"
+#include "scene/maText.h"
 #include "scene/meshText.h"
 #include "scene/plugRange.h"
 #include "types/error.h"
@@ -11,9 +12,16 @@
 
 namespace host {
 
+namespace {
+
+/// Elements of one statement. A range without values may name billions.
+constexpr std::size_t kMostFlagged = 1000;
+
+} // namespace
+
 struct MaReader::SetFlags {
     std::optional<bool> keyable, locked, channelBox;
-    bool kept = false; ///< a flag was given that only the text can keep
+    std::optional<bool> caching; ///< only a text can keep it
     std::string type;
     const MaWord* path = nullptr;
 };
@@ -44,7 +52,7 @@ MaReader::SetFlags MaReader::setFlags(MaCursor& cursor) const
         else if (flag == "s" || flag == "size" || flag == "ch" || flag == "capacityHint")
             cursor.integer();
         else if (flag == "ca" || flag == "caching")
-            flags.kept = cursor.boolean() || true;
+            flags.caching = cursor.boolean();
         else if (flag != "av" && flag != "alteredValue" && flag != "c" && flag != "clamp")
             cursor.fail("setAttr has no flag \"-" + std::string(flag) + "\"");
     }
@@ -70,7 +78,7 @@ Node* MaReader::setTarget(const MaStatement& words, std::string& path)
     if (context == Context::kNone)
         throw Error("there is no node to which \"." + path + "\" could belong");
     if (context == Context::kText)
-        keep(words);
+        keepWithNode(words);
     return context == Context::kNode ? current : nullptr;
 }
 
@@ -97,12 +105,19 @@ void MaReader::setAttr(const MaStatement& words)
     const bool xform = range->plug.attribute()->type == AttributeType::kMatrix &&
                        std::any_of(words.words.begin(), words.words.end(),
                                    [](const MaWord& word) { return word.text == "xform"; });
-    if (flags.kept || xform)
+    if (xform)
         keepSetAttr(*node, words, *flags.path, path);
+    else if (flags.caching)
+        node->keptStatements.push_back(std::string("setAttr -ca ") + (*flags.caching ? "on " : "off ") +
+                                       maQuoted("." + path));
 }
 
 void MaReader::setFlagsOf(const PlugRange& range, const SetFlags& flags)
 {
+    if (!flags.locked && !flags.keyable && !flags.channelBox)
+        return;
+    if (range.count() > kMostFlagged)
+        throw Error("too many elements are locked or made keyable at once");
     for (std::size_t step = 0; step < range.count(); ++step) {
         const Plug plug = range.at(step);
         if (flags.locked)
@@ -111,8 +126,6 @@ void MaReader::setFlagsOf(const PlugRange& range, const SetFlags& flags)
             plug.setKeyable(*flags.keyable);
         if (flags.channelBox)
             plug.setChannelBox(*flags.channelBox);
-        if (!flags.locked && !flags.keyable && !flags.channelBox)
-            break;
     }
 }
 
@@ -122,8 +135,7 @@ void MaReader::keepSetAttr(Node& node, const MaStatement& words, const MaWord& p
 {
     std::string text(words.raw);
     if (pathWord.text.front() != '.') {
-        const std::size_t length = pathWord.text.size() + (pathWord.kind == MaWord::Kind::kString ? 2 : 0);
-        text.replace(pathWord.offset, length, "\"." + path + "\"");
+        text.replace(pathWord.offset, pathWord.length, maQuoted("." + path));
     }
     node.keptStatements.push_back(std::move(text));
 }

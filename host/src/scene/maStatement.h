@@ -19,6 +19,7 @@ struct MaWord {
     std::string_view text;
     int line = 0;
     std::size_t offset = 0; ///< where the word begins in MaStatement::raw
+    std::size_t length = 0; ///< how much of that it is, quotes and escapes included
 
     /// A bare word that begins with a dash and a letter (numbers do not; -nan and -inf are numbers).
     bool isFlag() const;

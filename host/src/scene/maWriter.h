@@ -2,6 +2,7 @@
 
 #include <iosfwd>
 #include <string>
+#include <vector>
 
 namespace host {
 
@@ -36,8 +37,7 @@ public:
 private:
     void addAttributes();
     void addAttribute(const Attribute& attribute);
-    void keptTexts();
-    bool isStaleXform(const std::string& statement) const;
+    void statements(const std::vector<std::string>& kept);
     bool isKeptXform(const Plug& plug) const;
     void aliases();
     void value(const Plug& plug);

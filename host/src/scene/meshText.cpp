@@ -108,15 +108,26 @@ void MeshText::read(std::string_view path, MaCursor& words)
     const Part part = partOf(path);
     if (!part.indexed)
         words.fail("the elements of ." + std::string(part.name) + " are not named");
-    const std::size_t count = part.last - part.first + 1;
-    if (count > words.left())
+    if (part.last - part.first >= words.left())
         words.fail("there are fewer values than elements");
-    if (part.name == "vt")
+    // Files hold them one after the other; what a gap would cost has nothing to do with what the file holds.
+    const bool vertices = part.name == "vt", edges = part.name == "ed";
+    const std::size_t held = vertices ? points.size()
+                             : edges  ? topology.edges.size()
+                                      : topology.faceCounts.size();
+    if (part.first > held || (!vertices && !edges && part.first < held))
+        words.fail(std::string("the ") +
+                   (vertices ? "vertices"
+                    : edges  ? "edges"
+                             : "faces") +
+                   " do not come in order");
+    const std::size_t count = part.last - part.first + 1;
+    if (vertices)
         readVertices(part.first, count, words);
-    else if (part.name == "ed")
+    else if (edges)
         readEdges(part.first, count, words);
     else
-        readFaces(part.first, count, words);
+        readFaces(count, words);
     words.expectEnd();
 }
 
@@ -140,10 +151,8 @@ void MeshText::readEdges(std::size_t first, std::size_t count, MaCursor& words)
     }
 }
 
-void MeshText::readFaces(std::size_t first, std::size_t count, MaCursor& words)
+void MeshText::readFaces(std::size_t count, MaCursor& words)
 {
-    if (first != topology.faceCounts.size())
-        words.fail("the faces do not come in order");
     for (std::size_t face = 0; face < count; ++face) {
         if (words.text() != "f")
             words.fail("a face (f) is expected");

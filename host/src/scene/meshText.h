@@ -37,7 +37,7 @@ public:
 private:
     void readVertices(std::size_t first, std::size_t count, MaCursor& words);
     void readEdges(std::size_t first, std::size_t count, MaCursor& words);
-    void readFaces(std::size_t first, std::size_t count, MaCursor& words);
+    void readFaces(std::size_t count, MaCursor& words);
 
     Points points;
     MeshTopology topology; ///< without faceVertices

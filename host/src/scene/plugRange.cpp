@@ -36,7 +36,10 @@ struct Part {
 
 class PathReader {
 public:
-    PathReader(Node& owner, std::string_view path) : node(owner), whole(path), rest(path) {}
+    enum class Aliases { kFollow, kIgnore };
+    PathReader(Node& owner, std::string_view path, Aliases wanted = Aliases::kFollow)
+        : node(owner), whole(path), rest(path), aliases(wanted)
+    {}
 
     std::optional<PlugRange> read()
     {
@@ -79,9 +82,10 @@ private:
         }
         const auto alias = std::find_if(node.aliases.begin(), node.aliases.end(),
                                         [&](const auto& entry) { return entry.first == name; });
-        if (alias == node.aliases.end())
+        if (alias == node.aliases.end() || aliases == Aliases::kIgnore)
             return false;
-        const std::optional<PlugRange> meant = PathReader(node, alias->second).read();
+        // What an alias stands for is no alias: two of them could stand for each other.
+        const std::optional<PlugRange> meant = PathReader(node, alias->second, Aliases::kIgnore).read();
         if (!meant)
             return false;
         range = *meant;
@@ -163,6 +167,7 @@ private:
 
     Node& node;
     std::string_view whole, rest;
+    Aliases aliases;
 };
 
 } // namespace

@@ -107,9 +107,12 @@ void Viewport::lookThrough(DagNode& shape)
 
 void Viewport::resetCamera()
 {
-    Node* found = owner.graph().find("perspShape");
-    DagNode* shape = found ? found->asDag() : nullptr;
-    cameraShape = shape ? Ref<DagNode>(shape) : Ref<DagNode>();
+    cameraShape = {};
+    // Other nodes may have the name below another parent.
+    for (Node* const node : owner.graph().findAll("perspShape")) {
+        if (node->isDefault && node->asDag())
+            cameraShape = Ref<DagNode>(node->asDag());
+    }
 }
 
 Imath::M44d Viewport::viewMatrix() const

@@ -60,6 +60,22 @@ constexpr Broken kBroken[] = {
      "line 5: the compound attribute a.c lacks children"},
     {"cutBetween", "//Maya ASCII 2022 scene\n//Name: a.ma\ncreateNode transform -n \"a\";\n",
      "line 4: the file is cut off (its last line, \"// End of ...\", is missing)"},
+    {"vertexFarOut",
+     "//Maya\ncreateNode transform -n \"t\";\ncreateNode mesh -n \"a\" -p \"t\";\n"
+     "setAttr \".vt[999999999]\" 0 0 0;",
+     "line 4: the vertices do not come in order"},
+    {"edgesFarOut",
+     "//Maya\ncreateNode transform -n \"t\";\ncreateNode mesh -n \"a\" -p \"t\";\n"
+     "setAttr \".ed[18446744073709551615]\" 0 0 0;",
+     "line 4: the edges do not come in order"},
+    {"rangeOfEverything",
+     "//Maya\ncreateNode transform -n \"t\";\ncreateNode mesh -n \"a\" -p \"t\";\n"
+     "setAttr \".vt[0:18446744073709551615]\" 0 0 0;",
+     "line 4: there are fewer values than elements"},
+    {"locksOfEverything", "//Maya\ncreateNode blendShape -n \"a\";\nsetAttr -l on \".w[0:4294967293]\";",
+     "line 3: too many elements are locked or made keyable at once"},
+    {"textTooEarly", "//Maya\nsetAttr \"b.t\" 5 5;\n\ncreateNode transform -n \"b\";",
+     "line 2: setAttr ends too early"},
     {"noNode", "//Maya\nsetAttr \".tx\" 1;", "line 2: there is no node to which \".tx\" could belong"}};
 
 TEST_F(BadFile, IsAnErrorWithFileAndLineAndLeavesTheOpenSceneAsItWas)

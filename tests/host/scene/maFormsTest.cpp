@@ -131,10 +131,6 @@ TEST_F(MaForms, AddedAttributesOfEveryKindComeBack)
 
 TEST_F(MaForms, WhatTheHostDoesNotKnowIsKeptAndWrittenBack)
 {
-    expectWarning("scene.ma: the reference to \"rig.ma\" is kept but not loaded");
-    expectWarning("scene.ma: instances are not supported: parent -add is kept as text");
-    expectWarning("scene.ma: 2 statements name what is not in the scene and are kept as text; the first: "
-                  "line 23, r:missing");
     const Strings kept = {
         "file -r -ns \"r\" -dr 1 -rfn \"rRN\" -op \"v=0;p=17\" -typ \"mayaAscii\" \"rig.ma\";",
         "requires -nodeType \"oddNode\" \"oddPlugin\" \"1.0\";",
@@ -174,9 +170,66 @@ TEST_F(MaForms, WhatTheHostDoesNotKnowIsKeptAndWrittenBack)
     const std::string text = save("once.ma");
     for (const std::string& statement : kept)
         EXPECT_NE(text.find(statement), std::string::npos) << statement << "\nin\n" << text;
+    EXPECT_EQ(messages(),
+              (Strings{"warning: scene.ma: the reference to \"rig.ma\" is kept but not loaded",
+                       "warning: scene.ma: instances are not supported: parent -add is kept as text",
+                       "warning: scene.ma: 2 statements name what is not in the scene and are "
+                       "kept as text; the first: line 23, r:missing"}));
     allowMessages();
     openFile(path("once.ma"));
     EXPECT_EQ(save("twice.ma"), text);
+}
+
+/// Statements in front of the node that they name, and texts that stand in front of an attribute they would
+/// not fit.
+TEST_F(MaForms, StatementsOutOfOrderComeBackAsTheyWereMeant)
+{
+    open("setAttr \"b.tx\" 3;\n"
+         "connectAttr \"b.ty\" \"late.tz\";\n"
+         "createNode transform -n \"c\" -p \"b\";\n\tsetAttr \".tx\" 4;\n"
+         "disconnectAttr \"b.ry\" \"late.rz\";\n"
+         "createNode mesh -n \"lost\" -p \"r:missing\";\n\tsetAttr \".one\" 1;\n"
+         "connectAttr \"b.rx\" \"late.rx\";\n\tsetAttr \".two\" 2;\n"
+         "createNode transform -n \"late\" -p \"c\";\n"
+         "createNode transform -n \"b\";\n"
+         "\tsetAttr \".foo\" -type \"string\" \"text\";\n"
+         "\tsetAttr -ca on \".bar\" 1 2;\n"
+         "\taddAttr -ln \"foo\" -sn \"foo\" -at \"double\";\n"
+         "\taddAttr -ln \"bar\" -sn \"bar\" -at \"double\";\n"
+         "\tsetAttr -ca on \".bar\" 7;\n"
+         "\taddAttr -ln \"foo\" -sn \"foo\" -at \"compound\" -nc 1;\n"
+         "\taddAttr -ln \"fooX\" -sn \"fooX\" -at \"double\" -p \"foo\";\n"
+         "connectAttr \"b.ry\" \"late.rz\";\n");
+    EXPECT_EQ(messages(),
+              (Strings{"warning: scene.ma: 1 statements name what is not in the scene and are kept "
+                       "as text; the first: line 8, r:missing"}));
+    allowMessages();
+    EXPECT_EQ(melFloat("getAttr b.tx"), 3);
+    EXPECT_EQ(melFloat("getAttr \"|b|c.tx\""), 4);
+    EXPECT_EQ(melFloat("getAttr b.bar"), 7);
+    EXPECT_EQ(melFloat("getAttr b.foo"), 0); // such an attribute was not there yet
+    EXPECT_EQ(melStrings("sort `listConnections -d 0 -s 1 -p 1 \"|b|c|late\"`"),
+              (Strings{"b.rotateX", "b.rotateY", "b.translateY"}));
+    const std::string text = saveTwice();
+    EXPECT_NE(text.find("createNode mesh -n \"lost\" -p \"r:missing\";\nsetAttr \".one\" 1;\n"
+                        "setAttr \".two\" 2;\n"),
+              std::string::npos)
+        << text;
+    EXPECT_NE(text.find("setAttr \".foo\" -type \"string\" \"text\";\n"), std::string::npos) << text;
+    EXPECT_EQ(melStrings("listConnections -d 0 -s 1 -p 1 \"|b|c|late\"").size(), 3u);
+}
+
+/// An element far out costs as much as any other, whatever its array.
+TEST_F(MaForms, IndicesMayBeHuge)
+{
+    open("createNode blendShape -n \"b\";\n"
+         "setAttr \".w[4095]\" .5;\nsetAttr \".w[16383]\" .5;\nsetAttr \".w[65535]\" .5;\n"
+         "setAttr \".w[262143]\" .5;\nsetAttr \".w[999999999]\" .5;\n"
+         "setAttr \".it[0].bw[4000000000]\" .25;\n"
+         "createNode skinCluster -n \"s\";\n"
+         "setAttr \".dpf[4000000000]\" 2;\n");
+    EXPECT_EQ(melFloat("getAttr b.w[999999999]"), 0.5);
+    EXPECT_NE(saveTwice().find("setAttr \".dpf[4000000000]\" 2;"), std::string::npos);
 }
 
 TEST_F(MaForms, FilesInOtherUnitsAreReadInCentimetresAndDegreesAndWrittenBackAsTheyCame)
@@ -204,6 +257,26 @@ TEST_F(MaForms, TheNodesOfEverySceneAreThoseThatAreThere)
     EXPECT_EQ(melFloat("getAttr perspShape.fl"), 50);
     EXPECT_EQ(melStrings("ls initialShadingGroup"), (Strings{"initialShadingGroup"}));
     EXPECT_EQ(saveTwice().find("select -ne"), std::string::npos); // nobody touched the others
+}
+
+/// Their names may be those of other nodes as well, below another parent, and they may get parents.
+TEST_F(MaForms, NodesMayHaveTheNamesOfThoseOfEveryScene)
+{
+    mel("createNode transform -n rig; createNode camera -n perspShape -p rig; createNode transform -n top -p "
+        "rig;"
+        "setAttr \"|rig|perspShape.fl\" 12; connectAttr \"|rig|perspShape.fl\" rig.tx;"
+        "setAttr \"|rig|top.ty\" 3; group -n lights side; setAttr \"|lights|side.tz\" 4; polyCube -n "
+        "frontShape");
+    for (int times = 0; times < 2; ++times) {
+        EXPECT_EQ(melFloat("getAttr \"|rig|perspShape.fl\""), 12);
+        EXPECT_NEAR(melFloat("getAttr \"|persp|perspShape.fl\""), 35, 1e-9);
+        EXPECT_EQ(melFloat("getAttr rig.tx"), 12);
+        EXPECT_EQ(melFloat("getAttr \"|rig|top.ty\""), 3);
+        EXPECT_EQ(melFloat("getAttr \"|lights|side.tz\""), 4);
+        EXPECT_EQ(melStrings("ls -type camera").size(), 5u);
+        EXPECT_EQ(melStrings("ls side").size(), 1u);
+        saveTwice();
+    }
 }
 
 TEST_F(MaForms, ImportGivesTakenNamesNumbersAndMayPutANamespaceInFront)

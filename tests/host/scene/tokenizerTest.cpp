@@ -40,6 +40,26 @@ TEST(MaTokenizer, SplitsStatementsIntoWordsAndKnowsTheirLines)
     EXPECT_EQ(words("a (\n\"one\" // why\n + \"\\ttwo\"\n) b;\nc;"), "1[a|one\ttwo|b]5[c]");
 }
 
+/// One rule says where comments begin, wherever they stand.
+TEST(MaTokenizer, CommentsEndWordsAndHideWhatTheyHold)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"a 5//was 4; now 5\n;b;", "1[a|5]2[b]"},
+        {"a 3// the 3\" cube\n 4;", "1[a|3|4]"},
+        {"a b/*;\"*/c;", "1[a|b|c]"},
+        {"a b/c /d e/;", "1[a|b/c|/d|e/]"},
+        {"a \"x//y\" \"/*\";", "1[a|x//y|/*]"},
+        {"a (\"x\"// ;)\n+/* \n */\"y\") z;b;", "1[a|xy|z]3[b]"},
+        {"a \"x\\\ny\" z;b;", "1[a|x\ny|z]2[b]"},
+        {"a 5//was 4; now 5", "a.ma: line 1: the file ends in the statement that begins here"},
+        {"a 3// the 3\" cube", "a.ma: line 1: the file ends in the statement that begins here"},
+        {"a (\"x\" // )", "a.ma: line 1: the bracket that opens here is not closed"},
+        {"a;\nb\n/*", "a.ma: line 3: the comment that begins here is not closed"},
+        {"a \"x\\", "a.ma: line 1: the text that begins here is not closed"}};
+    for (const auto& [text, expected] : cases)
+        EXPECT_EQ(words(text), expected) << text;
+}
+
 TEST(MaTokenizer, NamesFileAndLineOfWhatIsBroken)
 {
     EXPECT_EQ(words("a;\nb \"open;\nc;"), "a.ma: line 2: the text that begins here is not closed");
