@@ -29,6 +29,13 @@ constexpr const char* kSparseInfluences = "the logical indices of its influences
                                           "weights cannot address; nothing was written for it.";
 constexpr const char* kNotDeformed = "the deformer does not deform it; nothing was written for it.";
 
+// Reasons why a mode cannot edit that more than one mode gives.
+constexpr const char* kNoDeformer = "No valid deformer has been specified.";
+constexpr const char* kSkinHasModes =
+    " is a skin cluster: use the mode skinCluster or dualQuaternion for its weights.";
+constexpr const char* kNoLayers = "ngSkinTools2 is not loaded, and this mode edits its layers.";
+constexpr const char* kNoInfluence = "No influence has been chosen: name one with the flag -influence.";
+
 /// Runs the body of an operation that the platform calls. No exception may reach the platform: one becomes an
 /// error message and a failed status.
 template <typename Body>

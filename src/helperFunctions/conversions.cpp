@@ -56,3 +56,13 @@ std::vector<int> componentElements(const MObject& component)
     MFnSingleIndexedComponent(component).getElements(elements);
     return toVector(elements);
 }
+
+MFn::Type pointKind(const MObject& component)
+{
+    for (MFn::Type kind : {MFn::kMeshVertComponent, MFn::kCurveCVComponent, MFn::kSurfaceCVComponent,
+                           MFn::kLatticeComponent}) {
+        if (component.hasFn(kind))
+            return kind;
+    }
+    return MFn::kInvalid;
+}

@@ -5,6 +5,7 @@
 #include <maya/MDagPath.h>
 #include <maya/MDoubleArray.h>
 #include <maya/MFloatArray.h>
+#include <maya/MFn.h>
 #include <maya/MFnSkinCluster.h>
 #include <maya/MIntArray.h>
 #include <maya/MObject.h>
@@ -38,6 +39,10 @@ MIntArray getAllLogicalIndices(const MObject& skinCluster);
 /// The physical indices 0 ... n-1 of the skin cluster's influences.
 MIntArray allPhysicalIndices(const MFnSkinCluster& skin);
 
+/// A shape under the name that people know it by, its transform's.
+MString shapeName(const MDagPath& shape);
+MString nodeName(const MObject& node);
+
 MDoubleArray floatToDouble(const MFloatArray& values);
 MFloatArray doubleToFloat(const MDoubleArray& values);
 
@@ -55,6 +60,9 @@ inline float* dataOf(MFloatArray& values)
     return values.length() == 0 ? nullptr : &values[0];
 }
 
+/// The kind of points that a component holds: mesh vertices, curve or surface control points, lattice points;
+/// kInvalid for any other, such as edges and faces.
+MFn::Type pointKind(const MObject& component);
 /// Vertex indices of a component in its iteration order.
 std::vector<int> vertexIndices(const MDagPath& path, const MObject& component);
 /// Elements of a single-indexed component in its order; empty for any other.

@@ -90,3 +90,16 @@ MIntArray allPhysicalIndices(const MFnSkinCluster& skin)
         physical[index] = static_cast<int>(index);
     return physical;
 }
+
+MString shapeName(const MDagPath& shape)
+{
+    MDagPath transform(shape);
+    if (transform.length() > 1)
+        transform.pop();
+    return transform.partialPathName();
+}
+
+MString nodeName(const MObject& node)
+{
+    return MFnDependencyNode(node).name();
+}

@@ -126,8 +126,12 @@ MStatus morvaneContext::copyWeights()
     const MIntArray influences(skinInfluenceIds), layers(ngLayerIds), layerInfluences(ngInfluenceIds);
     const std::vector<MIntArray> allInfluences(allInfluenceLogicalIds);
     const unsigned int target = targetIndex;
+    const MObject deformer = activeDeformer;
     clearColumns();
+    resolveStoredDeformer();
+    explaining.wrongComponents.clear();
     getValidActiveSel(copiedSel, copiedSoftSelectWeights, copiedSkinClusters);
+    warnOfWrongComponents();
     std::vector<SkinRowsRef> rows;
     const MStatus status = getWeights(copiedSel, rows, copiedInfluenceWeights, copiedBlendWeights,
                                       copiedWeights, copiedSkinClusters, copiedIndexArray, skinInfluenceIds,
@@ -137,6 +141,7 @@ MStatus morvaneContext::copyWeights()
     ngInfluenceIds = layerInfluences;
     allInfluenceLogicalIds = allInfluences;
     targetIndex = target;
+    activeDeformer = deformer;
     if (!status) {
         std::cerr << std::endl;
         emptyCopyBuffer();
@@ -177,7 +182,10 @@ MStatus morvaneContext::pasteWeights()
     clearColumns();
     oldIndexArray.clear();
     liveObjects.clear();
+    resolveStoredDeformer();
+    explaining.wrongComponents.clear();
     getValidActiveSel(validSel, softSelectWeights, validSkinClusters);
+    warnOfWrongComponents();
     // Without the old weights a paste could not be undone; the read has said why.
     if (validSel.isEmpty() || !getOldWeights())
         return MS::kFailure;
@@ -186,18 +194,20 @@ MStatus morvaneContext::pasteWeights()
         return MS::kFailure;
     passToToolCommand(command);
     command->setToolOperation(kPaste);
+    command->describe(describeEdit("paste"));
     PasteRecord pasted;
     const PasteVerdict verdict = fillPasteArrays(pasted);
-    if (verdict == PasteVerdict::kStop)
-        return MS::kSuccess;
     const std::vector<bool>& refused = pasted.refusedObjects;
-    const bool anyAccepted = std::find(refused.begin(), refused.end(), false) != refused.end();
+    const bool anyAccepted =
+        verdict != PasteVerdict::kStop && std::find(refused.begin(), refused.end(), false) != refused.end();
     command->setPaste(std::move(pasted));
     // A write that cannot be done reports so; with nothing written there is nothing to undo.
     if (anyAccepted)
         command->redoIt();
     if (anyAccepted && verdict == PasteVerdict::kAccepted)
         command->finalize();
+    else
+        command->empty();
     return MS::kSuccess;
 }
 

@@ -9,8 +9,6 @@
 
 namespace {
 
-/// Directions and motions below this are none, in pixels (per unit of weight).
-constexpr double kNoLength = 0.01;
 /// With control held a drag counts for this part.
 constexpr double kPrecisionFactor = 10.0;
 
@@ -85,6 +83,7 @@ MStatus morvaneContext::getDirectionVector()
     MStatus status = probeClickedVertex(low, high);
     if (!status)
         return status;
+    explaining.probed = true;
     const M3dView view = M3dView::active3dView(&status);
     if (!status)
         return apiError(status, kContextSource, __LINE__);

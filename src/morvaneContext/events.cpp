@@ -85,42 +85,70 @@ MStatus morvaneContext::pressed(MEvent& event, MHWRender::MUIDrawManager& drawMa
 {
     // The release of an earlier press has got lost.
     endStroke();
+    discardCommand();
     mouseDown = true;
     if (callBaseHandlers) {
         const BaseHandling bracket;
         MPxSelectionContext::doPress(event, drawManager, context);
     }
     clearData();
+    startExplaining();
     event.getPosition(pressX, pressY);
     pressPoint = MPoint(pressX, pressY, 0, 1);
     shiftHeld = event.isModifierShift();
     controlHeld = event.isModifierControl();
+    ngEnabled = isNgEnabled();
     toolCommand = makeToolCommand();
+    if (toolCommand != nullptr)
+        toolCommand->describe(describeEdit("sculpt"));
     // A press that cannot sculpt stays in select mode; it has been reported.
     getContextMode(event, drawManager, context);
-    ngEnabled = isNgEnabled();
     if (contextMode != kSculptMode) {
         contextMode = kSelectMode;
         listAdjustment = adjustmentOfSelectPress(shiftHeld, controlHeld);
+        sayWhy();
         return MS::kSuccess;
     }
+    startStroke();
+    // A click that has selected the point has done its work; a drag will say why nothing moves.
+    if (!selectionChanged)
+        sayWhy();
+    return MS::kSuccess;
+}
+
+void morvaneContext::startStroke()
+{
     directionStep = 0.005;
     getValidActiveSel(validSel, softSelectWeights, validSkinClusters);
-    if (validSel.isEmpty())
-        return MS::kSuccess;
-    // Without the old weights there is no stroke; the read has said why.
-    if (getOldWeights())
-        prepareStroke();
+    if (validSel.isEmpty()) {
+        explaining.pending = whyNothingToEdit();
+        return;
+    }
+    explaining.pending = explaining.wrongComponents;
+    // Without the old weights there is no stroke.
+    if (!getOldWeights()) {
+        explaining.pending = explaining.unread.text;
+        // Whoever has read them has already said what is wrong.
+        if (explaining.pending.length() == 0)
+            putIntoHelpLine("The weights cannot be read: the message says why.");
+        return;
+    }
+    prepareStroke();
     getDirectionVector();
-    return MS::kSuccess;
+    const MString hindrance = whatHinders();
+    if (hindrance.length() != 0)
+        explaining.pending = hindrance;
 }
 
 MStatus morvaneContext::getContextMode(MEvent& event, MHWRender::MUIDrawManager& drawManager,
                                        const MHWRender::MFrameContext& context)
 {
     MStatus status = checkActiveDeformer(deformerStr);
-    if (!status)
+    if (!status) {
+        if (pickAtPress() && event.mouseButton() == MEvent::kLeftMouse)
+            explainPick(whyNoDeformer());
         return apiError(status, kContextSource, __LINE__);
+    }
     status = processClick(event, drawManager, context);
     if (!status)
         return apiError(status, kContextSource, __LINE__);
@@ -158,7 +186,7 @@ MStatus morvaneContext::released(MEvent& event, MHWRender::MUIDrawManager& drawM
         return MS::kSuccess;
     }
     const MStatus status = contextMode == kSculptMode ? releaseSculpt(&drawManager) : doReleaseSelect();
-    toolCommand = nullptr;
+    discardCommand();
     liveObjects.clear();
     return status;
 }
@@ -168,7 +196,7 @@ void morvaneContext::endStroke()
     if (!mouseDown || contextMode != kSculptMode || toolCommand == nullptr)
         return;
     releaseSculpt(nullptr);
-    toolCommand = nullptr;
+    discardCommand();
     liveObjects.clear();
     validSel.clear();
     strokeWritten = false;
@@ -204,7 +232,7 @@ MStatus morvaneContext::releaseSculpt(MHWRender::MUIDrawManager* drawManager)
         toolCommand->setSelectionChanged(true);
     }
     // Not redone: the drag has written the weights.
-    toolCommand->finalize();
+    finalizeCommand();
     return MS::kSuccess;
 }
 
@@ -247,4 +275,18 @@ morvaneToolCommand* morvaneContext::makeToolCommand()
 {
     // The platform makes the command that was registered together with the context command.
     return static_cast<morvaneToolCommand*>(newToolCommand());
+}
+
+void morvaneContext::finalizeCommand()
+{
+    // Owned by the undo queue from here on; one that it refuses stays ours to empty.
+    if (toolCommand->finalize())
+        toolCommand = nullptr;
+}
+
+void morvaneContext::discardCommand()
+{
+    if (toolCommand != nullptr)
+        toolCommand->empty();
+    toolCommand = nullptr;
 }

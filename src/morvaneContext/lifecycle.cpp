@@ -12,22 +12,25 @@
 
 namespace {
 
-const char* const helpString =
-    "Click and drag vertices to adjust the weightmap. Hold control for more precision.";
-
 MString quoted(const char* command, const MString& name)
 {
     return MString(command) + "\"" + name + "\"";
 }
 
-/// For use inside a quoted text of a command: names of layers may hold any character.
+/// For use inside a quoted text of a command, which ends with its line: names of layers may hold any
+/// character.
 MString escaped(const MString& text)
 {
     std::string safe;
     for (const char c : std::string(text.asChar())) {
         if (c == '"' || c == '\\')
             safe += '\\';
-        safe += c;
+        if (c == '\n')
+            safe += "\\n";
+        else if (c == '\r')
+            safe += "\\r";
+        else
+            safe += c;
     }
     return safe.c_str();
 }
@@ -65,7 +68,8 @@ void morvaneContext::toolOnSetup(MEvent&)
         setAllowDoubleClickAction();
         setupCustomHotkeys();
         setUpHUD();
-        setHelpString(helpString);
+        isCurrent = true;
+        showHelp();
         return MStatus(MS::kSuccess);
     });
 }
@@ -75,6 +79,7 @@ void morvaneContext::toolOffCleanup()
     guarded([this] {
         if (!pluginUnloading)
             endStroke();
+        isCurrent = false;
         runMelOnIdle(clickDragPref != 0 ? "selectPref -clickDrag true" : "selectPref -clickDrag false");
         cleanupCustomHotkeys();
         cleanupHUD();
@@ -121,9 +126,7 @@ void morvaneContext::setUpHUD()
 
 void morvaneContext::setHudDisplayString()
 {
-    const LabelParts parts = {deformerStr,  weightsPlugStr, skinInfluenceStr,
-                              targetString, ngLayerString,  activeDeformer.hasFn(MFn::kBlendShape)};
-    hudDisplayString = modeRow(weightMode).label(parts);
+    hudDisplayString = modeRow(weightMode).label(targetNames());
     runMelOnIdle(MString("if (`headsUpDisplay -q -vis \"") + morvaneHUD +
                  "\"`){string $hudLabel = (\"Sculpting On:" + escaped(hudDisplayString) +
                  "\");headsUpDisplay -e -label $hudLabel \"" + morvaneHUD + "\";}");

@@ -19,6 +19,12 @@
 
 class morvaneToolCommand;
 
+/// Directions and motions below this are none, in pixels (per unit of weight).
+constexpr double kNoLength = 0.01;
+
+/// Says that a component of another kind cannot be sculpted.
+MString verticesWanted(const MDagPath& path, const MObject& component);
+
 /// The interactive tool: it sculpts weights by dragging vertices. The context command makes one per tool
 /// instance; the platform owns it and sends it the events of the mouse while the tool is current, one at a
 /// time, on the main thread.
@@ -105,16 +111,10 @@ public:
     bool getDistributeWeightsNg() const { return distributeWeightsNg; }
     bool getPastePerVertex() const { return pastePerVertex; }
 
-    // What the weight stores work on.
-    EditRecord& record() { return *this; }
-    /// Whether ngSkinTools2 was there at the last press.
-    bool getNgEnabled() const { return ngEnabled; }
-
     // Targets (targets.cpp).
-    /// Resolves the deformer's name; null on failure. Skin mode needs none and succeeds at once.
+    /// Resolves the deformer's name; null on failure. Modes that need none succeed at once.
     MStatus checkActiveDeformer(MString deformerName);
-    /// Resolves a weights attribute of the deformer; null on failure. It must be a top-level array of
-    /// compounds, one per geometry, with a child array of plain numbers, one per vertex.
+    /// Resolves a weights attribute of the deformer; null on failure.
     MStatus checkWeightsPlug(MString plugName);
     /// Turns the scene's selection into edited objects, appended to the outputs: first the selection itself,
     /// then its symmetric half. Left empty when the mode cannot edit; people are told where they can do
@@ -147,6 +147,9 @@ private:
                      const MHWRender::MFrameContext& context);
     /// Records the stroke of this press. Labels are cleared when there is something to draw on.
     MStatus releaseSculpt(MHWRender::MUIDrawManager* drawManager);
+    /// Reads the weights under a press that has hit a point and measures the direction; what keeps a drag
+    /// from changing anything is noted.
+    void startStroke();
     /// Records the stroke under way, if there is one, before something else changes what it works on: a
     /// paste, another target, another tool. The rest of the drag then does nothing.
     void endStroke();
@@ -155,8 +158,17 @@ private:
     MStatus getContextMode(MEvent& event, MHWRender::MUIDrawManager& drawManager,
                            const MHWRender::MFrameContext& context);
     morvaneToolCommand* makeToolCommand();
+    /// The command goes onto the undo queue, whose it is from then on.
+    void finalizeCommand();
+    /// Nothing is recorded: the command of the press lets go of what it holds.
+    void discardCommand();
 
     // selecting.cpp
+    /// Notes the selection of the press and what lies under the cursor; false when there is no selection to
+    /// read.
+    bool pickAtPress();
+    /// Notes why a press on a component that no stroke can start from will not sculpt.
+    void explainPick(const MString& reason);
     void gatherPickList();
     void doDragSelect(MEvent& event, MHWRender::MUIDrawManager& drawManager,
                       const MHWRender::MFrameContext& context);
@@ -182,11 +194,32 @@ private:
     void prepareStroke();
     void restorePressWeights();
     void settleStroke();
+    void sayThatWriteFailed(unsigned int index);
 
     // targets.cpp
     void getMembers();
+    /// The deformer that bears the tool's name for it now, whatever the mode; null when there is none.
+    void resolveStoredDeformer();
+    TargetNames targetNames() const;
+    /// What undo entries say of a stroke or a paste.
+    MString describeEdit(const char* operation) const;
+
+    // reasons.cpp
+    void showHelp();
+    void startExplaining();
+    void warn(const MString& reason);
+    void putIntoHelpLine(const MString& reason);
+    /// Says what this press has noted, unless it has said something already.
+    void sayWhy();
+    void warnOfWrongComponents();
+    MString whyNoDeformer() const;
+    MString whyNothingToEdit() const;
+    MString whyNoMember() const;
+    MString whatHinders() const;
+    MString obstacle(bool moves) const;
 
     // selection.cpp
+    bool holdsPoints(const EditedObject& selected);
     void analyzeSel(MSelectionList sel, MSelectionList& validSel,
                     std::vector<MFloatArray>& softSelectWeights);
     void analyzeSelSkin(MSelectionList sel, MSelectionList& validSel,
@@ -210,6 +243,19 @@ private:
 
     static MCallbackId mayaClosedCallback;
     static bool pluginUnloading;
+
+    /// What is known of a press that may change nothing.
+    struct Explaining {
+        bool said = false;         ///< people have been told
+        bool reported = false;     ///< and the error stream, too
+        MString pending;           ///< what to tell them
+        MString unresolved;        ///< the mode cannot edit now
+        bool editsMembers = false; ///< the mode edits what the deformer deforms
+        MString skipped;           ///< why the clicked object is left out
+        MString wrongComponents;   ///< part of the selection is no points
+        Reason unread;             ///< the weights cannot be read
+        bool probed = false;       ///< the clicked weight could be nudged
+    };
 
     // Settings, beside those in the record; defaults are in the constructor's table of settings.cpp.
     int displayPrecision = 2; ///< decimals of the labels
@@ -250,6 +296,10 @@ private:
     bool selectionChanged = false;
     std::vector<std::unique_ptr<LiveObject>> liveObjects; ///< per object of validSel; null for a refused one
     bool strokeWritten = false;                           ///< a drag of this press has written weights
+
+    Explaining explaining;
+    bool helpShowsReason = false;
+    bool isCurrent = false; ///< the tool in hand
 
     bool weightsCopied = false;    ///< a plain record: a copy exists and the mode has not changed since
     bool callBaseHandlers = false; ///< the base class's selection handling runs too; nothing sets it

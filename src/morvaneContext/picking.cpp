@@ -1,5 +1,6 @@
 // Whether a press landed on a point of a selection. The platform has found what lies under the cursor; this
 // matches it.
+#include "helperFunctions/helperFunctions.h"
 #include "morvaneContext/morvaneContext.h"
 
 #include <algorithm>
@@ -14,17 +15,6 @@ namespace {
 
 /// Indices of one point: one, two or three of them count, the rest are zero.
 using Element = std::array<int, 3>;
-
-/// The kinds of component that can be sculpted; any other is kInvalid.
-MFn::Type pointKind(const MObject& component)
-{
-    for (MFn::Type kind : {MFn::kMeshVertComponent, MFn::kCurveCVComponent, MFn::kSurfaceCVComponent,
-                           MFn::kLatticeComponent}) {
-        if (component.hasFn(kind))
-            return kind;
-    }
-    return MFn::kInvalid;
-}
 
 /// Elements in the component's order; none when it is of no such kind.
 std::vector<Element> elementsOf(const MObject& component)

@@ -27,15 +27,9 @@ constexpr int kClickPixels = 2;
 MStatus morvaneContext::processClick(MEvent& event, MHWRender::MUIDrawManager&,
                                      const MHWRender::MFrameContext&)
 {
-    if (event.mouseButton() != MEvent::kLeftMouse || toolCommand == nullptr)
+    // A press that cannot sculpt picks as well: a click selects what lies there.
+    if (!pickAtPress() || event.mouseButton() != MEvent::kLeftMouse)
         return MS::kFailure;
-    if (!MGlobal::getActiveSelectionList(pressSelection, false)) {
-        std::cerr << "bad active selection" << std::endl;
-        return MS::kFailure;
-    }
-    toolCommand->setOldSel(pressSelection);
-    toolCommand->setOldRichSel();
-    gatherPickList();
     listAdjustment = adjustmentOfSculptClick(shiftHeld, controlHeld);
     if (shiftHeld)
         return MS::kSuccess;
@@ -48,7 +42,37 @@ MStatus morvaneContext::processClick(MEvent& event, MHWRender::MUIDrawManager&,
     }
     if (clickHit)
         contextMode = kSculptMode;
+    else
+        explainPick(MString());
     return MS::kSuccess;
+}
+
+bool morvaneContext::pickAtPress()
+{
+    if (toolCommand == nullptr)
+        return false;
+    if (!MGlobal::getActiveSelectionList(pressSelection, false)) {
+        std::cerr << "bad active selection" << std::endl;
+        return false;
+    }
+    toolCommand->setOldSel(pressSelection);
+    toolCommand->setOldRichSel();
+    gatherPickList();
+    return true;
+}
+
+/// An empty reason: only that the component is no point, if so. A press beside everything and a press on a
+/// whole object select, and need no reason.
+void morvaneContext::explainPick(const MString& reason)
+{
+    EditedObject picked;
+    if (shiftHeld || pickList.isEmpty() || !findEditedObject(pickList, 0, picked) ||
+        picked.component.isNull())
+        return;
+    if (reason.length() != 0)
+        explaining.pending = reason;
+    else if (!holdsPoints(picked))
+        explaining.pending = explaining.wrongComponents;
 }
 
 /// What lies under the cursor: the highlighted component, or else what a click there selects, with the
@@ -108,7 +132,8 @@ MStatus morvaneContext::doReleaseSelect()
 void morvaneContext::recordSelection()
 {
     const UndoChunk chunk;
+    toolCommand->describe("select");
     toolCommand->redoIt();
-    toolCommand->finalize();
+    finalizeCommand();
     symmetrizeSelection();
 }

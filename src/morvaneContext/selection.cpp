@@ -84,7 +84,6 @@ bool uniteWithItemOnShape(const EditedObject& selected, MSelectionList& objects,
 }
 
 /// A forward merge of two ascending lists: a selected index that lies before the last match is dropped.
-/// Selected edges and faces have indices of their own, which are no points.
 template <MFn::Type kind>
 MObject commonSingle(const MObject& selected, const MObject& member, MFloatArray& falloff)
 {
@@ -168,12 +167,22 @@ CommonPoints commonPointsOf(const MObject& member)
 
 } // namespace
 
+/// Edges and faces have indices of their own, which are no points'. A whole object has no component.
+bool morvaneContext::holdsPoints(const EditedObject& selected)
+{
+    if (selected.component.isNull() || pointKind(selected.component) != MFn::kInvalid)
+        return true;
+    if (explaining.wrongComponents.length() == 0)
+        explaining.wrongComponents = verticesWanted(selected.path, selected.component);
+    return false;
+}
+
 void morvaneContext::analyzeSel(MSelectionList sel, MSelectionList& selectedObjects,
                                 std::vector<MFloatArray>& falloffs)
 {
     for (unsigned int item = 0; item < sel.length(); ++item) {
         EditedObject selected;
-        if (!findEditedObject(sel, item, selected))
+        if (!findEditedObject(sel, item, selected) || !holdsPoints(selected))
             continue;
         const MObject node = selected.path.node();
         // Not cleared between members: a second member on one object gets the falloff of the first before its
@@ -201,17 +210,23 @@ void morvaneContext::analyzeSelSkin(MSelectionList sel, MSelectionList& selected
     const WeightStore& store = modeRow(weightMode).store();
     // Where the falloffs of these objects begin in the column: others may stand before them.
     const std::size_t before = softSelectWeights.size() - selectedObjects.length();
+    const TargetInput input = {*this, ngEnabled, targetNames()};
     for (unsigned int item = 0; item < sel.length(); ++item) {
         EditedObject selected;
-        if (!findEditedObject(sel, item, selected))
+        if (!findEditedObject(sel, item, selected) || !holdsPoints(selected))
             continue;
         if (modeRow(weightMode).isLayerMode &&
             uniteWithItemOnShape(selected, selectedObjects, softSelectWeights.data() + before))
             continue;
         MStatus status;
         MObject skinCluster = getSkinCluster(selected.path, status);
-        if (!status || !store.addSkinColumns(*this, selected.path, skinCluster))
+        const MString problem = status ? store.addSkinColumns(input, selected.path, skinCluster)
+                                       : shapeName(selected.path) + " has no skin cluster.";
+        if (problem.length() != 0) {
+            if (selected.path.node() == clickDagPath.node())
+                explaining.skipped = problem;
             continue;
+        }
         skinClusters.append(skinCluster);
         selectedObjects.add(selected.path, selected.component, false);
         // Always the tool's own column, whichever the caller passed: a copy's falloff lands here too.

@@ -1,12 +1,16 @@
 // Setters that do more than store.
 #include "morvaneContext/morvaneContext.h"
+#include "weightModes/modeTable.h"
 
 MStatus morvaneContext::setDeformerStr(MString name)
 {
     if (!(name == deformerStr))
         endStroke();
-    if (!checkActiveDeformer(name))
+    const MObject earlier = activeDeformer;
+    if (!checkActiveDeformer(name)) {
+        activeDeformer = earlier;
         return MS::kFailure;
+    }
     deformerStr = name;
     setHudDisplayString();
     return MS::kSuccess;
@@ -16,6 +20,7 @@ MStatus morvaneContext::setWeightsPlugStr(MString name)
 {
     if (!(name == weightsPlugStr))
         endStroke();
+    resolveStoredDeformer();
     if (!checkWeightsPlug(name))
         return MS::kFailure;
     weightsPlugStr = name;
@@ -25,6 +30,7 @@ MStatus morvaneContext::setWeightsPlugStr(MString name)
 
 MStatus morvaneContext::setTargetString(MString name)
 {
+    resolveStoredDeformer();
     if (activeDeformer.isNull())
         return MS::kFailure;
     targetString = name;
@@ -36,8 +42,13 @@ void morvaneContext::setWeightMode(WeightMode mode)
     if (mode != weightMode) {
         endStroke();
         weightsCopied = false;
+        // The mode before may not have looked at the name.
+        resolveStoredDeformer();
     }
     weightMode = mode;
+    // The layer modes can be named while the layers are there, and the first press works.
+    if (modeRow(mode).isLayerMode)
+        ngEnabled = true;
     setHudDisplayString();
 }
 

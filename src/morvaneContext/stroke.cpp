@@ -1,9 +1,11 @@
 // The live stroke: every drag event writes all weights anew from those of the press.
+#include "helperFunctions/helperFunctions.h"
 #include "kernels/labelText.h"
 #include "morvaneContext/morvaneContext.h"
 #include "report.h"
 #include "weightModes/modeTable.h"
 
+#include <algorithm>
 #include <maya/MColor.h>
 #include <maya/MItGeometry.h>
 #include <maya/MMatrix.h>
@@ -66,6 +68,10 @@ void morvaneContext::prepareStroke()
         else
             liveObjects.push_back(nullptr);
     }
+    const bool anyLive = std::any_of(liveObjects.begin(), liveObjects.end(),
+                                     [](const std::unique_ptr<LiveObject>& live) { return live != nullptr; });
+    if (!anyLive)
+        putIntoHelpLine("Nothing can be sculpted here: the warning says why.");
 }
 
 /// A stroke that ends where it began is not recorded, so it must leave the weights of the press, even those
@@ -87,15 +93,30 @@ void morvaneContext::settleStroke()
     }
 }
 
+void morvaneContext::sayThatWriteFailed(unsigned int index)
+{
+    EditedObject object;
+    findEditedObject(validSel, index, object);
+    explaining.pending =
+        "The weights of " + shapeName(object.path) + " cannot be changed: they are locked or connected.";
+    sayWhy();
+}
+
 MStatus morvaneContext::doDragSculpt(MEvent&, MHWRender::MUIDrawManager& drawManager,
                                      const MHWRender::MFrameContext&)
 {
+    if ((dragPoint - pressPoint).length() >= kNoLength)
+        sayWhy();
     if (validSel.isEmpty())
         return MS::kSuccess;
     MStatus status = getDirectionScalar();
     // Back at the press point there is no motion either; what the stroke wrote before is then taken back.
-    if (!status && !strokeWritten)
+    if (!status && !strokeWritten) {
+        if (explaining.reported)
+            return status;
+        explaining.reported = true;
         return apiError(status, kContextSource, __LINE__);
+    }
     std::vector<Labels> labels(displayWeights ? liveObjects.size() : 0);
     std::vector<double> weights;
     bool anyWritten = false;
@@ -116,8 +137,10 @@ MStatus morvaneContext::doDragSculpt(MEvent&, MHWRender::MUIDrawManager& drawMan
         strokeWritten = true;
         anyWritten = true;
         status = live->write(offsetValue);
-        if (!status)
+        if (!status) {
+            sayThatWriteFailed(index);
             return status;
+        }
     }
     // A stroke whose objects were all refused has changed nothing and must not be recorded.
     if (!anyWritten)

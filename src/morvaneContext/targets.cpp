@@ -2,6 +2,7 @@
 #include "helperFunctions/ngLayers.h"
 #include "morvaneContext/morvaneContext.h"
 #include "report.h"
+#include "weightModes/elementPlugStore.h"
 #include "weightModes/modeTable.h"
 
 #include <maya/MFn.h>
@@ -79,21 +80,37 @@ void getTaggedMembers(MFnGeometryFilter& filter, MSelectionList& members)
     }
 }
 
-/// Whether a plug is shaped like a deformer's weights: numbers in an array, in a compound that is an element
-/// of an array, which is a top-level attribute.
-bool isWeightsShape(const MPlug& plug)
+/// The node of that name if it is a deformer, null otherwise.
+MObject findDeformer(const MString& name)
 {
-    return plug.isArray() && plug.elementByLogicalIndex(0).numChildren() == 0 && plug.isChild() &&
-           plug.parent().isElement() && !plug.parent().array().isChild();
+    MSelectionList list;
+    MObject node;
+    if (name.length() == 0 || !list.add(name) || !list.getDependNode(0, node))
+        return MObject();
+    return node.hasFn(MFn::kGeometryFilt) ? node : MObject();
+}
+
+bool needsDeformer(const ModeRow& row, const MString& name, bool ngEnabled)
+{
+    switch (row.deformerNeed) {
+    case DeformerNeed::kNone:
+        return false;
+    case DeformerNeed::kIfNamed:
+        return name.length() != 0;
+    case DeformerNeed::kWithoutLayers:
+        return !ngEnabled;
+    case DeformerNeed::kNamed:
+        break;
+    }
+    return true;
 }
 
 } // namespace
 
 MStatus morvaneContext::checkActiveDeformer(MString deformerName)
 {
-    const StorageFamily family = modeRow(weightMode).family;
     // These modes find their data object by object.
-    if (family == StorageFamily::kSkinInfluence || (ngEnabled && modeRow(weightMode).isLayerMode))
+    if (!needsDeformer(modeRow(weightMode), deformerName, ngEnabled))
         return MS::kSuccess;
     activeDeformer = MObject();
     MSelectionList list;
@@ -112,18 +129,25 @@ MStatus morvaneContext::checkActiveDeformer(MString deformerName)
 
 MStatus morvaneContext::checkWeightsPlug(MString plugName)
 {
-    weightsPlug = MPlug();
-    weightListAttr = MObject();
-    if (activeDeformer.isNull())
-        return MS::kFailure;
-    MStatus status;
-    const MPlug plug = MFnDependencyNode(activeDeformer).findPlug(plugName, true, &status);
-    if (!status)
-        return apiError(status, kContextSource, 138);
-    if (!isWeightsShape(plug))
-        return MS::kFailure;
-    weightsPlug = plug;
-    return MS::kSuccess;
+    return resolveWeightsPlug(*this, plugName);
+}
+
+void morvaneContext::resolveStoredDeformer()
+{
+    activeDeformer = findDeformer(deformerStr);
+}
+
+TargetNames morvaneContext::targetNames() const
+{
+    return {deformerStr,  weightsPlugStr, skinInfluenceStr,
+            targetString, ngLayerString,  activeDeformer.hasFn(MFn::kBlendShape)};
+}
+
+MString morvaneContext::describeEdit(const char* operation) const
+{
+    const MString target = modeRow(weightMode).target(targetNames());
+    const MString text = MString(operation) + " " + weightModeString[weightMode];
+    return target.length() == 0 ? text : text + " " + target;
 }
 
 void morvaneContext::getMembers()
@@ -152,18 +176,25 @@ void morvaneContext::getValidActiveSel(MSelectionList& selectedObjects, std::vec
     MGlobal::getRichSelection(rich, true);
     rich.getSelection(halves[0]);
     rich.getSymmetry(halves[1]);
-    const SelectionRule rule = modeRow(weightMode).store().resolve(*this);
-    if (rule == SelectionRule::kMembers) {
+    const Resolution found = modeRow(weightMode).store().resolve({*this, ngEnabled, targetNames()});
+    if (found.reason.always)
+        warn(found.reason.text);
+    explaining.unresolved = found.reason.text;
+    explaining.editsMembers = found.rule == SelectionRule::kMembers;
+    if (found.targetIndex >= 0)
+        setTargetIndex(found.targetIndex);
+    if (found.rule == SelectionRule::kMembers) {
         getMembers();
         for (const MSelectionList& half : halves)
             analyzeSel(half, selectedObjects, falloffs);
-    } else if (rule == SelectionRule::kSkinned) {
+    } else if (found.rule == SelectionRule::kSkinned) {
         try {
             for (const MSelectionList& half : halves)
                 analyzeSelSkin(half, selectedObjects, falloffs, skinClusters);
         } catch (const LayerListError& failure) {
             // Nothing is edited then: half a selection would be worse than none.
             MGlobal::displayError(failure.what());
+            putIntoHelpLine(failure.what());
             selectedObjects.clear();
             falloffs.clear();
             skinClusters.clear();

@@ -20,8 +20,13 @@ MStatus morvaneContext::getWeights(MSelectionList& sel, std::vector<SkinRowsRef>
                                    weights,
                                    influenceCounts,
                                    ngWeights,
-                                   allInfluenceNgWeights};
-    return modeRow(weightMode).store().read(reading);
+                                   allInfluenceNgWeights,
+                                   explaining.unread};
+    explaining.unread = Reason();
+    const MStatus status = modeRow(weightMode).store().read(reading);
+    if (explaining.unread.always)
+        warn(explaining.unread.text);
+    return status;
 }
 
 MStatus morvaneContext::getOldWeights()

@@ -37,6 +37,11 @@ public:
     bool isUndoable() const override { return true; }
     bool hasSyntax() const override { return true; }
     MStatus finalize() override;
+    /// What the undo list shows after the command's name.
+    void describe(const MString& edit);
+    /// Lets go of everything. For a command that will not be finalized: nobody is known to delete it, so what
+    /// stays must be small.
+    void empty();
 
     void setToolOperation(ToolOperation value) { toolOperation = value; }
     void setPaste(PasteRecord value) { static_cast<PasteRecord&>(*this) = std::move(value); }

@@ -4,9 +4,15 @@
 
 #include <maya/MGlobal.h>
 
+namespace {
+
+const char* const kName = "morvaneToolCmd";
+
+} // namespace
+
 morvaneToolCommand::morvaneToolCommand()
 {
-    setCommandString("morvaneToolCmd");
+    setCommandString(kName);
 }
 
 morvaneToolCommand::~morvaneToolCommand() = default;
@@ -30,9 +36,24 @@ MStatus morvaneToolCommand::finalize()
 {
     return guarded([this] {
         MArgList journal;
-        journal.addArg(commandString());
+        journal.addArg(MString(kName));
         return doFinalize(journal);
     });
+}
+
+void morvaneToolCommand::describe(const MString& edit)
+{
+    setCommandString(MString(kName) + " " + edit);
+}
+
+void morvaneToolCommand::empty()
+{
+    static_cast<EditRecord&>(*this) = EditRecord();
+    static_cast<PasteRecord&>(*this) = PasteRecord();
+    oldSel.clear();
+    newSel.clear();
+    oldRichSel.clear();
+    newRichSel.clear();
 }
 
 void morvaneToolCommand::setOldRichSel()

@@ -1,13 +1,11 @@
 #include "weightModes/defaultMapStore.h"
 
-#include "morvaneContext/morvaneContext.h"
 #include "report.h"
 #include "weightModes/pointLive.h"
 #include "weightModes/steppingProbe.h"
 
 #include <maya/MFn.h>
 #include <maya/MFnWeightGeometryFilter.h>
-#include <maya/MGlobal.h>
 
 namespace {
 
@@ -70,20 +68,15 @@ void restoreMap(const EditRecord& record, const EditedObject& object)
 
 } // namespace
 
-SelectionRule DefaultMapStore::resolve(morvaneContext& context) const
+Resolution DefaultMapStore::resolve(const TargetInput& input) const
 {
-    const MObject& deformer = context.record().activeDeformer;
-    if (deformer.isNull()) {
-        MGlobal::displayWarning("No valid deformer has been specified.");
-        return SelectionRule::kNothing;
-    }
-    // A skin has modes of its own; naming one here is silently nothing.
+    const MObject& deformer = input.record.activeDeformer;
+    if (deformer.isNull())
+        return {kNoDeformer, true};
     if (deformer.hasFn(MFn::kSkinClusterFilter))
-        return SelectionRule::kNothing;
-    if (!deformer.hasFn(MFn::kWeightGeometryFilt)) {
-        MGlobal::displayWarning("The specified deformer does not have a default weightMap");
-        return SelectionRule::kNothing;
-    }
+        return {input.names.deformerStr + kSkinHasModes};
+    if (!deformer.hasFn(MFn::kWeightGeometryFilt))
+        return {"The specified deformer does not have a default weightMap", true};
     return SelectionRule::kMembers;
 }
 

@@ -5,7 +5,7 @@
 /// The default weight map of a deformer (mode kDefault): one float per point.
 class DefaultMapStore : public WeightStore {
 public:
-    SelectionRule resolve(morvaneContext& context) const override;
+    Resolution resolve(const TargetInput& input) const override;
     MStatus read(const WeightReading& reading) const override;
     std::unique_ptr<WeightProbe> openProbe(const EditRecord& record, const ClickedPoint& point,
                                            MStatus& status) const override;

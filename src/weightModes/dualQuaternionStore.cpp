@@ -1,6 +1,5 @@
 #include "weightModes/dualQuaternionStore.h"
 
-#include "morvaneContext/morvaneContext.h"
 #include "report.h"
 #include "weightModes/pointLive.h"
 #include "weightModes/steppingProbe.h"
@@ -63,7 +62,7 @@ void restoreBlendWeights(const EditRecord& record, const EditedObject& object)
 
 } // namespace
 
-SelectionRule DualQuaternionStore::resolve(morvaneContext&) const
+Resolution DualQuaternionStore::resolve(const TargetInput&) const
 {
     return SelectionRule::kSkinned;
 }
@@ -82,8 +81,10 @@ MStatus DualQuaternionStore::read(const WeightReading& reading) const
         const MStatus status =
             MFnSkinCluster(reading.skinClusters[index])
                 .getBlendWeights(object.path, object.component, reading.blendWeights[index]);
-        if (!status)
+        if (!status) {
+            reading.failure.text = unreadable(object.path);
             return apiError(status, kContextSource, 1551);
+        }
     }
     return MS::kSuccess;
 }

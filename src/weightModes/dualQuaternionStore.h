@@ -5,7 +5,7 @@
 /// Dual-quaternion blend weights of a skin (mode kDualQuaternion): one double per point.
 class DualQuaternionStore : public WeightStore {
 public:
-    SelectionRule resolve(morvaneContext& context) const override;
+    Resolution resolve(const TargetInput& input) const override;
     MStatus read(const WeightReading& reading) const override;
     std::unique_ptr<WeightProbe> openProbe(const EditRecord& record, const ClickedPoint& point,
                                            MStatus& status) const override;

@@ -1,7 +1,6 @@
 #include "weightModes/elementPlugStore.h"
 
 #include "helperFunctions/helperFunctions.h"
-#include "morvaneContext/morvaneContext.h"
 #include "report.h"
 #include "weightModes/pointLive.h"
 
@@ -14,6 +13,7 @@
 namespace {
 
 constexpr unsigned int kFirstGeometry = 0;
+const char* const kNoBlendShape = "The current deformer is not a blendShape";
 
 /// Writes an unchanged value, so that the deformer evaluates again after element writes.
 MStatus refreshWrite(const MPlug& array)
@@ -92,45 +92,62 @@ bool hasColumns(const EditRecord& record, const EditedObject& object)
     return has && fitsFalloff(record, object, record.oldWeights[object.index].length());
 }
 
-SelectionRule resolveNamedPlug(morvaneContext& context)
+/// Whether a plug is shaped like a deformer's weights: numbers in an array, in a compound that is an element
+/// of an array, which is a top-level attribute.
+bool isWeightsShape(const MPlug& plug)
 {
-    const EditRecord& record = context.record();
-    // A skin has modes of its own; naming one here is silently nothing.
-    if (record.activeDeformer.hasFn(MFn::kSkinClusterFilter))
-        return SelectionRule::kNothing;
-    context.checkWeightsPlug(context.getWeightsPlugStr());
-    if (record.weightsPlug.isNull()) {
-        MGlobal::displayWarning("The weights plug is invalid.");
-        return SelectionRule::kNothing;
-    }
-    return record.weightsPlug.node() == record.activeDeformer ? SelectionRule::kMembers
-                                                              : SelectionRule::kNothing;
+    return plug.isArray() && plug.elementByLogicalIndex(0).numChildren() == 0 && plug.isChild() &&
+           plug.parent().isElement() && !plug.parent().array().isChild();
 }
 
-SelectionRule resolveTarget(morvaneContext& context)
+Resolution resolveNamedPlug(const TargetInput& input)
 {
-    const int target = convertTargetToIndex(context.record().activeDeformer, context.getTargetString());
-    if (target == -1) {
-        MGlobal::displayWarning(MString("Target:") + context.getTargetString() +
-                                " is not a valid target on " + context.getDeformerStr());
-        return SelectionRule::kNothing;
-    }
-    context.setTargetIndex(target);
+    EditRecord& record = input.record;
+    if (record.activeDeformer.hasFn(MFn::kSkinClusterFilter))
+        return {input.names.deformerStr + kSkinHasModes};
+    resolveWeightsPlug(record, input.names.weightsPlugStr);
+    if (record.weightsPlug.isNull())
+        return {"The weights plug is invalid.", true};
     return SelectionRule::kMembers;
+}
+
+Resolution resolveTarget(const TargetInput& input)
+{
+    const int target = convertTargetToIndex(input.record.activeDeformer, input.names.targetString);
+    if (target == -1)
+        return {"Target:" + input.names.targetString + " is not a valid target on " + input.names.deformerStr,
+                true};
+    Resolution found(SelectionRule::kMembers);
+    found.targetIndex = target;
+    return found;
 }
 
 } // namespace
 
-SelectionRule ElementPlugStore::resolve(morvaneContext& context) const
+MStatus resolveWeightsPlug(EditRecord& record, const MString& name)
 {
-    if (context.record().activeDeformer.isNull()) {
-        MGlobal::displayWarning("No valid deformer has been specified.");
-        return SelectionRule::kNothing;
-    }
+    record.weightsPlug = MPlug();
+    record.weightListAttr = MObject();
+    if (record.activeDeformer.isNull())
+        return MS::kFailure;
+    MStatus status;
+    const MPlug plug = MFnDependencyNode(record.activeDeformer).findPlug(name, true, &status);
+    if (!status)
+        return apiError(status, kContextSource, 138);
+    if (!isWeightsShape(plug))
+        return MS::kFailure;
+    record.weightsPlug = plug;
+    return MS::kSuccess;
+}
+
+Resolution ElementPlugStore::resolve(const TargetInput& input) const
+{
+    if (input.record.activeDeformer.isNull())
+        return {kNoDeformer, true};
     if (kind == kNamedPlug)
-        return resolveNamedPlug(context);
+        return resolveNamedPlug(input);
     // The base weights accept any deformer here; reading them tells when it is no blend shape.
-    return kind == kTargetWeights ? resolveTarget(context) : SelectionRule::kMembers;
+    return kind == kTargetWeights ? resolveTarget(input) : Resolution(SelectionRule::kMembers);
 }
 
 MPlug ElementPlugStore::weightsArray(const EditRecord& record, const MDagPath& path, MStatus& status) const
@@ -160,16 +177,15 @@ MPlug ElementPlugStore::weightsArray(const EditRecord& record, const MDagPath& p
 
 bool ElementPlugStore::hasRightDeformer(const EditRecord& record) const
 {
-    if (kind == kNamedPlug || record.activeDeformer.hasFn(MFn::kBlendShape))
-        return true;
-    MGlobal::displayWarning("The current deformer is not a blendShape");
-    return false;
+    return kind == kNamedPlug || record.activeDeformer.hasFn(MFn::kBlendShape);
 }
 
 MStatus ElementPlugStore::read(const WeightReading& reading) const
 {
-    if (!hasRightDeformer(reading.record))
+    if (!hasRightDeformer(reading.record)) {
+        reading.failure = {kNoBlendShape, true};
         return MS::kFailure;
+    }
     const unsigned int count = reading.selection.length();
     reading.weights.resize(count);
     for (unsigned int index = 0; index < count; ++index) {
@@ -189,10 +205,24 @@ MStatus ElementPlugStore::read(const WeightReading& reading) const
     return MS::kSuccess;
 }
 
+MString ElementPlugStore::obstacle(const EditRecord& record, const ClickedPoint& point, const MString& name,
+                                   bool moves) const
+{
+    if (moves || kind == kNamedPlug)
+        return MString();
+    const MFnGeometryFilter filter(record.activeDeformer);
+    MStatus status;
+    const unsigned int geometry = filter.indexForOutputShape(point.path.node(), &status);
+    return status && geometry != kFirstGeometry
+               ? name + " does not move: the weights of a blend shape are those of its first object."
+               : MString();
+}
+
 std::unique_ptr<WeightProbe> ElementPlugStore::openProbe(const EditRecord& record, const ClickedPoint& point,
                                                          MStatus& status) const
 {
     if (!hasRightDeformer(record)) {
+        MGlobal::displayWarning(kNoBlendShape);
         status = MS::kFailure;
         return nullptr;
     }

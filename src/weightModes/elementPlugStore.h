@@ -4,6 +4,10 @@
 
 #include <maya/MApiNamespace.h>
 
+/// Resolves a weights attribute of the record's deformer; null on failure. It must be a top-level array of
+/// compounds, one per geometry, with a child array of plain numbers, one per vertex.
+MStatus resolveWeightsPlug(EditRecord& record, const MString& name);
+
 /// Weights that are elements of an array attribute, one float per vertex index: the named weights attribute
 /// of a deformer, the weights of a blend shape target and the base weights of a blend shape.
 ///
@@ -15,7 +19,9 @@ public:
     enum Kind { kNamedPlug, kTargetWeights, kBaseWeights };
     explicit ElementPlugStore(Kind whichPlug) : kind(whichPlug) {}
 
-    SelectionRule resolve(morvaneContext& context) const override;
+    Resolution resolve(const TargetInput& input) const override;
+    MString obstacle(const EditRecord& record, const ClickedPoint& point, const MString& name,
+                     bool moves) const override;
     MStatus read(const WeightReading& reading) const override;
     std::unique_ptr<WeightProbe> openProbe(const EditRecord& record, const ClickedPoint& point,
                                            MStatus& status) const override;
@@ -31,7 +37,7 @@ private:
     /// The array plug that holds an object's weights; the status fails when the deformer does not deform the
     /// shape or has no such array.
     MPlug weightsArray(const EditRecord& record, const MDagPath& path, MStatus& status) const;
-    /// False, with the warning shown, when a blend shape mode meets another deformer.
+    /// False when a blend shape mode meets another deformer.
     bool hasRightDeformer(const EditRecord& record) const;
     void writeElements(const EditRecord& record, const EditedObject& object,
                        const MFloatArray& weights) const;

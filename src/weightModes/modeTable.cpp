@@ -13,7 +13,7 @@ const MString weightModeString[kWeightModeCount] = {
 
 namespace {
 
-using Parts = const LabelParts&;
+using Names = const TargetNames&;
 
 /// The one object of a kind of store, made when first asked for.
 template <typename Store>
@@ -30,79 +30,113 @@ const WeightStore& storeOfKind()
     return store;
 }
 
-MString defaultLabel(Parts parts)
+MString defaultLabel(Names names)
 {
-    return parts.deformerStr + ".weights";
+    return names.deformerStr + ".weights";
 }
 
-MString plugLabel(Parts parts)
+MString plugLabel(Names names)
 {
-    return parts.deformerStr + "." + parts.weightsPlugStr;
+    return names.deformerStr + "." + names.weightsPlugStr;
 }
 
-MString skinLabel(Parts parts)
+MString skinLabel(Names names)
 {
-    return MString("skinCluster") + "." + parts.skinInfluenceStr;
+    return MString("skinCluster") + "." + names.skinInfluenceStr;
 }
 
-MString dualQuaternionLabel(Parts)
+MString dualQuaternionLabel(Names)
 {
     return "skinCluster.dualQuaternion";
 }
 
-MString blendShapeName(Parts parts)
+MString blendShapeName(Names names)
 {
-    return parts.isBlendShape ? parts.deformerStr : MString("NULL");
+    return names.isBlendShape ? names.deformerStr : MString("NULL");
 }
 
-MString targetLabel(Parts parts)
+MString targetLabel(Names names)
 {
-    return blendShapeName(parts) + " : " + parts.targetString;
+    return blendShapeName(names) + " : " + names.targetString;
 }
 
-MString baseLabel(Parts parts)
+MString baseLabel(Names names)
 {
-    return blendShapeName(parts) + ".baseWeights";
+    return blendShapeName(names) + ".baseWeights";
 }
 
-MString layerName(Parts parts)
+MString layerName(Names names)
 {
-    return MString("ngSkinTools") + "." + parts.ngLayerString;
+    return MString("ngSkinTools") + "." + names.ngLayerString;
 }
 
-MString ngMaskLabel(Parts parts)
+MString ngMaskLabel(Names names)
 {
-    return layerName(parts) + ".mask";
+    return layerName(names) + ".mask";
 }
 
-MString ngDualQuaternionLabel(Parts parts)
+MString ngDualQuaternionLabel(Names names)
 {
-    return layerName(parts) + ".dualQuaternion";
+    return layerName(names) + ".dualQuaternion";
 }
 
-MString ngInfluenceLabel(Parts parts)
+MString ngInfluenceLabel(Names names)
 {
-    return layerName(parts) + "." + parts.skinInfluenceStr;
+    return layerName(names) + "." + names.skinInfluenceStr;
 }
+
+MString noTarget(Names)
+{
+    return MString();
+}
+
+MString deformerTarget(Names names)
+{
+    return names.deformerStr;
+}
+
+MString shapeTarget(Names names)
+{
+    return names.deformerStr + "." + names.targetString;
+}
+
+MString influenceTarget(Names names)
+{
+    return names.skinInfluenceStr;
+}
+
+MString layerTarget(Names names)
+{
+    return names.ngLayerString;
+}
+
+MString layerInfluenceTarget(Names names)
+{
+    return names.ngLayerString + "." + names.skinInfluenceStr;
+}
+
+using Need = DeformerNeed;
 
 const ModeRow kRows[kWeightModeCount] = {
-    {kDefault, "default", false, false, StorageFamily::kDefaultMap, defaultLabel, storeOf<DefaultMapStore>},
-    {kPlug, "plug", false, false, StorageFamily::kElementPlug, plugLabel,
+    {kDefault, "default", false, false, StorageFamily::kDefaultMap, Need::kNamed, defaultLabel,
+     deformerTarget, storeOf<DefaultMapStore>},
+    {kPlug, "plug", false, false, StorageFamily::kElementPlug, Need::kNamed, plugLabel, plugLabel,
      storeOfKind<ElementPlugStore, ElementPlugStore::kNamedPlug>},
-    {kSkinCluster, "skinCluster", false, true, StorageFamily::kSkinInfluence, skinLabel,
-     storeOf<SkinInfluenceStore>},
-    {kDualQuaternion, "dualQuaternion", false, true, StorageFamily::kBlendWeights, dualQuaternionLabel,
-     storeOf<DualQuaternionStore>},
-    {kBlendShapeTarget, "blendShapeTarget", false, false, StorageFamily::kElementPlug, targetLabel,
-     storeOfKind<ElementPlugStore, ElementPlugStore::kTargetWeights>},
-    {kBlendShapeBase, "blendShapeBase", false, false, StorageFamily::kElementPlug, baseLabel,
-     storeOfKind<ElementPlugStore, ElementPlugStore::kBaseWeights>},
-    {kNgMask, "ngSkinToolsMask", true, true, StorageFamily::kNgLayer, ngMaskLabel,
-     storeOfKind<NgLayerStore, NgLayerStore::kMask>},
+    {kSkinCluster, "skinCluster", false, true, StorageFamily::kSkinInfluence, Need::kNone, skinLabel,
+     influenceTarget, storeOf<SkinInfluenceStore>},
+    {kDualQuaternion, "dualQuaternion", false, true, StorageFamily::kBlendWeights, Need::kIfNamed,
+     dualQuaternionLabel, noTarget, storeOf<DualQuaternionStore>},
+    {kBlendShapeTarget, "blendShapeTarget", false, false, StorageFamily::kElementPlug, Need::kNamed,
+     targetLabel, shapeTarget, storeOfKind<ElementPlugStore, ElementPlugStore::kTargetWeights>},
+    {kBlendShapeBase, "blendShapeBase", false, false, StorageFamily::kElementPlug, Need::kNamed, baseLabel,
+     deformerTarget, storeOfKind<ElementPlugStore, ElementPlugStore::kBaseWeights>},
+    {kNgMask, "ngSkinToolsMask", true, true, StorageFamily::kNgLayer, Need::kWithoutLayers, ngMaskLabel,
+     layerTarget, storeOfKind<NgLayerStore, NgLayerStore::kMask>},
     {kNgDualQuaternion, "ngSkinToolsDualQuaternion", true, true, StorageFamily::kNgLayer,
-     ngDualQuaternionLabel, storeOfKind<NgLayerStore, NgLayerStore::kDualQuaternionWeights>},
-    {kNgInfluence, "ngSkinToolsInfluence", true, true, StorageFamily::kNgInfluence, ngInfluenceLabel,
-     storeOf<NgInfluenceStore>},
+     Need::kWithoutLayers, ngDualQuaternionLabel, layerTarget,
+     storeOfKind<NgLayerStore, NgLayerStore::kDualQuaternionWeights>},
+    {kNgInfluence, "ngSkinToolsInfluence", true, true, StorageFamily::kNgInfluence, Need::kWithoutLayers,
+     ngInfluenceLabel, layerInfluenceTarget, storeOf<NgInfluenceStore>},
 };
 
 } // namespace

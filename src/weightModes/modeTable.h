@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common.h"
+#include "weightModes/targetNames.h"
 #include "weightModes/weightMode.h"
 
 class WeightStore;
@@ -11,14 +12,12 @@ extern const MString weightModeString[kWeightModeCount];
 /// The kinds of place where weights live.
 enum class StorageFamily { kDefaultMap, kElementPlug, kSkinInfluence, kBlendWeights, kNgLayer, kNgInfluence };
 
-/// What a label in the heads-up display is made of.
-struct LabelParts {
-    MString deformerStr;
-    MString weightsPlugStr;
-    MString skinInfluenceStr;
-    MString targetString;
-    MString ngLayerString;
-    bool isBlendShape; ///< the resolved deformer is one
+/// What a mode wants of the deformer's name.
+enum class DeformerNeed {
+    kNamed,        ///< it must name a deformer
+    kIfNamed,      ///< the skins are found object by object: a name, if there is one, must be a deformer's
+    kNone,         ///< not looked at
+    kWithoutLayers ///< not looked at while ngSkinTools2 is there
 };
 
 /// One weight mode: everything in which it differs from the others, apart from what its store does.
@@ -30,7 +29,9 @@ struct ModeRow {
     /// the layer modes only and follows the settings in all others; the difference is meant.
     bool liveUnitClamp;
     StorageFamily family;
-    MString (*label)(const LabelParts& parts);
+    DeformerNeed deformerNeed;
+    MString (*label)(const TargetNames& names);  ///< in the heads-up display
+    MString (*target)(const TargetNames& names); ///< in undo entries, after the mode; may be empty
     const WeightStore& (*store)();
 };
 

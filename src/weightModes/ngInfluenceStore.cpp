@@ -2,7 +2,6 @@
 
 #include "helperFunctions/helperFunctions.h"
 #include "helperFunctions/ngLayers.h"
-#include "morvaneContext/morvaneContext.h"
 #include "report.h"
 #include "weightModes/modeTable.h"
 #include "weightModes/rowPaste.h"
@@ -169,29 +168,35 @@ MDoubleArray joined(const std::vector<MDoubleArray>& blocks)
 
 } // namespace
 
-SelectionRule NgInfluenceStore::resolve(morvaneContext& context) const
+Resolution NgInfluenceStore::resolve(const TargetInput& input) const
 {
-    const bool chosen = context.getNgEnabled() && context.record().skinInfluence.length() != 0;
-    return chosen ? SelectionRule::kSkinned : SelectionRule::kNothing;
+    if (!input.ngEnabled)
+        return {MString(kNoLayers)};
+    if (input.record.skinInfluence.length() == 0)
+        return {MString(kNoInfluence)};
+    return SelectionRule::kSkinned;
 }
 
-bool NgInfluenceStore::addSkinColumns(morvaneContext& context, const MDagPath& path,
-                                      MObject& skinCluster) const
+MString NgInfluenceStore::addSkinColumns(const TargetInput& input, const MDagPath& path,
+                                         MObject& skinCluster) const
 {
-    EditRecord& record = context.record();
+    EditRecord& record = input.record;
     int layerId = 0;
-    if (!findLayer(context, path, skinCluster, layerId))
-        return false;
+    const MString problem = findLayer(input.names.ngLayerString, path, skinCluster, layerId);
+    if (problem.length() != 0)
+        return problem;
     MStatus status;
     const unsigned int logical =
         MFnSkinCluster(skinCluster).indexForInfluenceObject(record.skinInfluence, &status);
-    if (!status || layerHasChildren(path, layerId))
-        return false;
+    if (!status)
+        return notAnInfluence(input.names.skinInfluenceStr, skinCluster);
+    if (layerHasChildren(path, layerId))
+        return groupLayer(input.names.ngLayerString, path);
     record.ngInfluenceIds.append(static_cast<int>(logical));
     record.skinInfluenceIds.append(static_cast<int>(getPhysicalIndex(skinCluster, record.skinInfluence)));
     record.ngLayerIds.append(layerId);
     record.allInfluenceLogicalIds.push_back(getAllLogicalIndices(skinCluster));
-    return true;
+    return MString();
 }
 
 MStatus NgInfluenceStore::read(const WeightReading& reading) const

@@ -7,8 +7,9 @@
 /// positions by the redistribution; a shape whose indices have gaps is refused before anything is written.
 class NgInfluenceStore : public WeightStore {
 public:
-    SelectionRule resolve(morvaneContext& context) const override;
-    bool addSkinColumns(morvaneContext& context, const MDagPath& path, MObject& skinCluster) const override;
+    Resolution resolve(const TargetInput& input) const override;
+    MString addSkinColumns(const TargetInput& input, const MDagPath& path,
+                           MObject& skinCluster) const override;
     MStatus read(const WeightReading& reading) const override;
     std::unique_ptr<WeightProbe> openProbe(const EditRecord& record, const ClickedPoint& point,
                                            MStatus& status) const override;

@@ -2,7 +2,6 @@
 
 #include "helperFunctions/helperFunctions.h"
 #include "helperFunctions/ngLayers.h"
-#include "morvaneContext/morvaneContext.h"
 #include "report.h"
 #include "weightModes/modeTable.h"
 #include "weightModes/wholeShape.h"
@@ -102,20 +101,22 @@ bool everyObjectWasRead(const EditRecord& record)
 
 } // namespace
 
-SelectionRule NgLayerStore::resolve(morvaneContext& context) const
+Resolution NgLayerStore::resolve(const TargetInput& input) const
 {
-    return context.getNgEnabled() ? SelectionRule::kSkinned : SelectionRule::kNothing;
+    return input.ngEnabled ? Resolution(SelectionRule::kSkinned) : Resolution(MString(kNoLayers));
 }
 
-bool NgLayerStore::addSkinColumns(morvaneContext& context, const MDagPath& path, MObject& skinCluster) const
+MString NgLayerStore::addSkinColumns(const TargetInput& input, const MDagPath& path,
+                                     MObject& skinCluster) const
 {
     int layerId = 0;
-    if (!findLayer(context, path, skinCluster, layerId))
-        return false;
+    const MString problem = findLayer(input.names.ngLayerString, path, skinCluster, layerId);
+    if (problem.length() != 0)
+        return problem;
     if (kLayerRows[kind].groupsCarryNoWeights && layerHasChildren(path, layerId))
-        return false;
-    context.record().ngLayerIds.append(layerId);
-    return true;
+        return groupLayer(input.names.ngLayerString, path);
+    input.record.ngLayerIds.append(layerId);
+    return MString();
 }
 
 MStatus NgLayerStore::read(const WeightReading& reading) const

@@ -12,8 +12,9 @@ public:
     enum Kind { kMask, kDualQuaternionWeights };
     explicit NgLayerStore(Kind whichWeights) : kind(whichWeights) {}
 
-    SelectionRule resolve(morvaneContext& context) const override;
-    bool addSkinColumns(morvaneContext& context, const MDagPath& path, MObject& skinCluster) const override;
+    Resolution resolve(const TargetInput& input) const override;
+    MString addSkinColumns(const TargetInput& input, const MDagPath& path,
+                           MObject& skinCluster) const override;
     MStatus read(const WeightReading& reading) const override;
     std::unique_ptr<WeightProbe> openProbe(const EditRecord& record, const ClickedPoint& point,
                                            MStatus& status) const override;

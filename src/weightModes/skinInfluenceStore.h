@@ -6,8 +6,11 @@
 /// adjust the others; undo and paste write the rows of all influences.
 class SkinInfluenceStore : public WeightStore {
 public:
-    SelectionRule resolve(morvaneContext& context) const override;
-    bool addSkinColumns(morvaneContext& context, const MDagPath& path, MObject& skinCluster) const override;
+    Resolution resolve(const TargetInput& input) const override;
+    MString addSkinColumns(const TargetInput& input, const MDagPath& path,
+                           MObject& skinCluster) const override;
+    MString obstacle(const EditRecord& record, const ClickedPoint& point, const MString& name,
+                     bool moves) const override;
     MStatus read(const WeightReading& reading) const override;
     std::unique_ptr<WeightProbe> openProbe(const EditRecord& record, const ClickedPoint& point,
                                            MStatus& status) const override;

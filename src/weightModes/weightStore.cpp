@@ -10,9 +10,24 @@ bool findEditedObject(const MSelectionList& selection, unsigned int index, Edite
     return selection.getDagPath(index, object.path, object.component) == MS::kSuccess;
 }
 
-bool WeightStore::addSkinColumns(morvaneContext&, const MDagPath&, MObject&) const
+MString unreadable(const MDagPath& path)
 {
-    return true;
+    return "The weights of " + shapeName(path) + " cannot be read.";
+}
+
+MString notAnInfluence(const MString& influence, const MObject& skinCluster)
+{
+    return influence + " is not an influence of " + nodeName(skinCluster) + ".";
+}
+
+MString WeightStore::addSkinColumns(const TargetInput&, const MDagPath&, MObject&) const
+{
+    return MString();
+}
+
+MString WeightStore::obstacle(const EditRecord&, const ClickedPoint&, const MString&, bool) const
+{
+    return MString();
 }
 
 void WeightStore::completeRecord(EditRecord&) const {}

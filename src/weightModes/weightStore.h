@@ -1,18 +1,40 @@
 #pragma once
 
 #include "weightModes/editRecord.h"
+#include "weightModes/targetNames.h"
 
 #include <maya/MPoint.h>
 #include <maya/MStatus.h>
 #include <memory>
-
-class morvaneContext;
 
 /// Which analysis turns a selection into the edited objects.
 enum class SelectionRule {
     kNothing, ///< the mode cannot edit now
     kMembers, ///< points that the active deformer deforms
     kSkinned  ///< all selected points of objects with a skin
+};
+
+/// Why an edit cannot be, for people; empty when it can.
+struct Reason {
+    MString text;
+    bool always = false; ///< a copy and a paste say it too, not only a press
+};
+
+/// What a mode finds in the scene before a selection is looked at.
+struct Resolution {
+    Resolution(SelectionRule found) : rule(found) {}
+    Resolution(const MString& text, bool always = false) : reason{text, always} {}
+
+    SelectionRule rule = SelectionRule::kNothing;
+    Reason reason;        ///< of kNothing
+    int targetIndex = -1; ///< of the blend shape target, where the mode has one
+};
+
+/// What the stores may know of the tool when they look at the scene.
+struct TargetInput {
+    EditRecord& record; ///< the deformer is resolved
+    bool ngEnabled;     ///< ngSkinTools2 was there when it was last looked for
+    TargetNames names;
 };
 
 /// One item of the edited selection.
@@ -24,6 +46,12 @@ struct EditedObject {
 
 /// Item `index` of the selection; false when it has no path any more.
 bool findEditedObject(const MSelectionList& selection, unsigned int index, EditedObject& object);
+
+/// Says that the weights of a shape cannot be read.
+MString unreadable(const MDagPath& path);
+
+/// Says that a skin lacks the influence.
+MString notAnInfluence(const MString& influence, const MObject& skinCluster);
 
 /// Where a read takes from and puts to; see getWeights of the context. Stores are resized, entry n replaced.
 struct WeightReading {
@@ -39,6 +67,7 @@ struct WeightReading {
     MIntArray& influenceCounts; ///< appended, one per object
     std::vector<MDoubleArray>& ngWeights;
     std::vector<std::vector<MDoubleArray>>& allInfluenceNgWeights;
+    Reason& failure; ///< filled when the read fails and nobody has been told why
 };
 
 /// The clicked point whose weight is nudged to see where it moves.
@@ -110,12 +139,16 @@ class WeightStore {
 public:
     virtual ~WeightStore() = default;
 
-    /// Whether the scene allows editing in this mode; tells people why not where they can do something about
-    /// it.
-    virtual SelectionRule resolve(morvaneContext& context) const = 0;
-    /// For a selected object with a skin: appends the columns that this mode needs. False skips the object,
-    /// silently.
-    virtual bool addSkinColumns(morvaneContext& context, const MDagPath& path, MObject& skinCluster) const;
+    /// Whether the scene allows editing in this mode, and why not.
+    virtual Resolution resolve(const TargetInput& input) const = 0;
+    /// For a selected object with a skin: appends the columns that this mode needs. A text skips the object
+    /// and says why.
+    virtual MString addSkinColumns(const TargetInput& input, const MDagPath& path,
+                                   MObject& skinCluster) const;
+    /// What keeps the weight of a point from being sculpted as people mean it; empty when nothing does, or
+    /// only the pose. `name` is the point's, `moves` whether it moved when the weight was nudged.
+    virtual MString obstacle(const EditRecord& record, const ClickedPoint& point, const MString& name,
+                             bool moves) const;
     /// Reads the weights of every object; stops at the first failure, which is reported.
     virtual MStatus read(const WeightReading& reading) const = 0;
     /// Null with a failed status when the point has no weight to nudge.

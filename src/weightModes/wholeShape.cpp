@@ -2,16 +2,24 @@
 
 #include "helperFunctions/helperFunctions.h"
 #include "helperFunctions/ngLayers.h"
-#include "morvaneContext/morvaneContext.h"
 #include "report.h"
 
-bool findLayer(morvaneContext& context, const MDagPath& path, MObject& skinCluster, int& layerId)
+MString findLayer(const MString& layerName, const MDagPath& path, MObject& skinCluster, int& layerId)
 {
     if (!hasNgData(skinCluster))
-        return false;
-    const unsigned int layer = getLayerId(path, context.getNgLayerString());
+        return shapeName(path) + " has no ngSkinTools2 layers.";
+    const unsigned int layer = getLayerId(path, layerName);
     layerId = static_cast<int>(layer);
-    return layer != kNotFound;
+    if (layer != kNotFound)
+        return MString();
+    return layerName.length() == 0 ? MString("No layer has been chosen: name one with the flag -ngLayer.")
+                                   : shapeName(path) + " has no layer named " + layerName + ".";
+}
+
+MString groupLayer(const MString& layerName, const MDagPath& path)
+{
+    return "The layer " + layerName + " of " + shapeName(path) +
+           " is a group of layers: it has no weights of its own.";
 }
 
 WholeShapeWeights::WholeShapeWeights(const EditRecord& record, const EditedObject& object,

@@ -4,9 +4,11 @@
 
 #include <vector>
 
-/// Finds the layer that the context names on a shape with a skin. False, silently, when ngSkinTools2 keeps no
-/// data there, or no layer has that name. Throws LayerListError.
-bool findLayer(morvaneContext& context, const MDagPath& path, MObject& skinCluster, int& layerId);
+/// Finds the layer of that name on a shape with a skin. The result says why when there is none; it is empty
+/// otherwise. Throws LayerListError.
+MString findLayer(const MString& layerName, const MDagPath& path, MObject& skinCluster, int& layerId);
+/// Says that a layer has child layers and so no weights.
+MString groupLayer(const MString& layerName, const MDagPath& path);
 
 /// A layer array of a whole shape with the points of a component picked out: what the layer modes offset.
 class WholeShapeWeights {

@@ -166,6 +166,9 @@ TEST_F(Interruption, SelectedEdgesAndFacesAreNoPoints)
     edit("-copy true");
     mel("undo; undo");
     for (const char* selected : {"sheet.e[5:9]", "sheet.f[0:4]", "sheet"}) {
+        if (std::string(selected) != "sheet")
+            expectWarning("Vertices are wanted: edges and faces such as " + std::string(selected) +
+                          " cannot be sculpted.");
         mel(std::string("select ") + selected);
         edit("-paste true");
         EXPECT_EQ(sceneText(session), start) << selected;

@@ -1,9 +1,11 @@
-// What the tool says when it cannot edit, word for word, and where it refuses without a word. In both cases
-// the scene stays as it was.
+// What the tool says when it cannot edit, word for word: a press once, with its drags, as a warning and in
+// the help line; a copy where people can do something about it. In both cases the scene stays as it was.
 #include "support/toolFixture.h"
 #include "support/weights.h"
+#include "tools/tools.h"
 #include "undo/undoQueue.h"
 
+#include <algorithm>
 #include <ostream>
 
 using namespace testing_support;
@@ -14,9 +16,10 @@ struct Refusal {
     const char* name;
     const char* setUp; ///< MEL, before the flags
     const char* flags;
-    const char* warning; ///< empty: none
-    int times;           ///< how often a press says it; without a deformer a press selects, silently
+    const char* warning; ///< of a copy; empty: none
+    const char* reason;  ///< of a press
     const char* select = "sheet.vtx[29]";
+    const char* pressed = nullptr; ///< another place
 };
 
 std::ostream& operator<<(std::ostream& out, const Refusal& refusal)
@@ -25,40 +28,70 @@ std::ostream& operator<<(std::ostream& out, const Refusal& refusal)
 }
 
 const char kNoDeformer[] = "No valid deformer has been specified.";
+const char kGone[] = "There is no deformer named clu in the scene.";
 const char kInvalidPlug[] = "The weights plug is invalid.";
 const char kNoBlendShape[] = "The current deformer is not a blendShape";
+const char kSkinMode[] = "-weightMode skinCluster -influence knee";
+const char kNoSkin[] = "sheet has no skin cluster.";
+const char kLocked[] = "The weight of sheet.vtx[29] cannot be changed: it is locked or connected.";
+// Above the others, which the cluster lowers.
+const char kLeftOut[] = "sets -rm cluSet sheet.vtx[29]; setAttr cluHandle.translateY -2; viewFit sheet";
+const char kStill[] = "sheet.vtx[29] does not move with clu.weights in this pose. Pose it, or turn the "
+                      "deformer on, so that the weight shows.";
 
 // One cluster with an attribute that can be sculpted, one whose attributes of that name cannot.
 const Refusal kRefusals[] = {
-    {"NoDeformerInModeDefault", "delete clu", "-weightMode default", kNoDeformer, 0},
-    {"NoDeformerInModePlug", "delete clu", "-weightMode plug", kNoDeformer, 0},
-    {"NoDeformerForATarget", "delete clu", "-weightMode blendShapeTarget", kNoDeformer, 0},
-    {"NoDeformerForBaseWeights", "delete clu", "-weightMode blendShapeBase", kNoDeformer, 0},
-    // The second warning of a press comes from looking for the direction.
-    {"BaseWeightsOfACluster", "", "-weightMode blendShapeBase", kNoBlendShape, 2},
-    {"TargetOfACluster", "", "-weightMode blendShapeTarget", "Target: is not a valid target on clu", 1},
+    {"NoDeformerInModeDefault", "delete clu", "-weightMode default", kNoDeformer, kGone},
+    {"NoDeformerInModePlug", "delete clu", "-weightMode plug", kNoDeformer, kGone},
+    {"NoDeformerForATarget", "delete clu", "-weightMode blendShapeTarget", kNoDeformer, kGone},
+    {"NoDeformerForBaseWeights", "delete clu", "-weightMode blendShapeBase", kNoDeformer, kGone},
+    {"NameOfAnotherNode", "rename clu away; rename sheet clu", "-weightMode default", kNoDeformer,
+     "clu is not a deformer.", "clu.vtx[29]"},
+    {"ASkinInModeDefault", "", "-deformer skin -weightMode default", "",
+     "skin is a skin cluster: use the mode skinCluster or dualQuaternion for its weights."},
+    {"ASkinInModePlug", "", "-deformer skin -weightMode plug", "",
+     "skin is a skin cluster: use the mode skinCluster or dualQuaternion for its weights."},
+    {"BaseWeightsOfACluster", "", "-weightMode blendShapeBase", kNoBlendShape, kNoBlendShape},
+    {"TargetOfACluster", "", "-weightMode blendShapeTarget", "Target: is not a valid target on clu",
+     "Target: is not a valid target on clu"},
     {"PlugOfAnotherNode", "morvaneContext -e -plug map morvaneContext1; cluster -n other sheet; select -cl",
-     "-deformer other -weightMode plug", kInvalidPlug, 1},
-    {"NumberAsPlug", "addAttr -ln odd -at \"double\" clu", "", kInvalidPlug, 1},
-    {"TopLevelArrayAsPlug", "addAttr -ln odd -at \"double\" -m clu", "", kInvalidPlug, 1},
+     "-deformer other -weightMode plug", kInvalidPlug, kInvalidPlug},
+    {"NumberAsPlug", "addAttr -ln odd -at \"double\" clu", "", kInvalidPlug, kInvalidPlug},
+    {"TopLevelArrayAsPlug", "addAttr -ln odd -at \"double\" -m clu", "", kInvalidPlug, kInvalidPlug},
     {"ArrayOfCompoundsAsPlug",
      "addAttr -ln top -at compound -nc 1 -m clu; addAttr -ln odd -at compound -nc 1 -m -p top clu;"
      "addAttr -ln leaf -at \"float\" -p odd clu",
-     "", kInvalidPlug, 1},
+     "", kInvalidPlug, kInvalidPlug},
     {"ArrayInASingleCompoundAsPlug",
      "addAttr -ln top -at compound -nc 1 clu; addAttr -ln odd -at \"float\" -m -p top clu", "", kInvalidPlug,
-     1},
+     kInvalidPlug},
     {"ArrayTwoCompoundsDeepAsPlug",
      "addAttr -ln outer -at compound -nc 1 -m clu; addAttr -ln inner -at compound -nc 1 -m -p outer clu;"
      "addAttr -ln odd -at \"float\" -m -p inner clu",
-     "", kInvalidPlug, 1},
-    {"NoInfluence", "", "-weightMode skinCluster", "", 0},
+     "", kInvalidPlug, kInvalidPlug},
+    {"NoInfluence", "", "-weightMode skinCluster", "",
+     "No influence has been chosen: name one with the flag -influence."},
     {"InfluenceOfNoSkin", "select -cl; joint -n stray; select -cl",
-     "-weightMode skinCluster -influence stray", "", 0},
-    {"NoSkin", "delete skin", "-weightMode skinCluster -influence knee", "", 0},
-    {"NoSkinForDualQuaternion", "delete skin", "-weightMode dualQuaternion", "", 0},
-    {"MeshThatIsNotDeformed", "polyPlane -n bystander; select -cl; viewFit -all", "-weightMode default", "",
-     0, "bystander.vtx[7]"},
+     "-weightMode skinCluster -influence stray", "", "stray is not an influence of skin."},
+    {"NoSkin", "delete skin", kSkinMode, "", kNoSkin},
+    {"NoSkinForDualQuaternion", "delete skin", "-weightMode dualQuaternion", "", kNoSkin},
+    {"MeshThatIsNotDeformed",
+     "polyPlane -n bystander; setAttr bystander.translateY 4; select -cl; viewFit -all",
+     "-weightMode default", "", "clu does not deform bystander.", "bystander.vtx[7]"},
+    {"NoMember", kLeftOut, "-weightMode default", "", "sheet.vtx[29] is not a member of clu."},
+};
+
+// Where a copy has nothing to say: the weights are there.
+const Refusal kHindrances[] = {
+    {"NoDeformerForDualQuaternion", "delete clu", "-weightMode dualQuaternion", "", kGone},
+    {"NoMemberAmongOthersThatAre", kLeftOut, "-weightMode default", "",
+     "sheet.vtx[29] is not a member of clu.", "sheet.vtx[28:30]", "sheet.vtx[29]"},
+    {"NoMotionInThisPose", "setAttr cluHandle.translateY 0", "-weightMode default", "", kStill},
+    {"NoOtherInfluenceHasWeight",
+     "skinPercent -tv knee 1 skin sheet.vtx[29]; setAttr skin.normalizeWeights 2", kSkinMode, "",
+     "knee has all the weight of sheet.vtx[29]: there is no other influence to take from or to give to."},
+    {"LockedMap", "setAttr -lock 1 clu.weightList[0].weights", "-weightMode default", "", kLocked},
+    {"LockedSkin", "setAttr -lock 1 skin.weightList", kSkinMode, "", kLocked},
 };
 
 class Messages : public ToolTest, public ::testing::WithParamInterface<Refusal> {
@@ -67,7 +100,7 @@ public:
     {
         ToolTest::SetUp();
         mel("polyPlane -n sheet -w 10 -h 5 -sx 10 -sy 5; setAttr persp.rotate -type double3 -55 12 0;"
-            "cluster -n clu sheet; setAttr cluHandle.translateY 2;"
+            "cluster -n clu sheet; setAttr cluHandle.translateY 2; setAttr clu.weightList[0].weights[29] 1;"
             "addAttr -ln maps -at compound -nc 1 -m clu; addAttr -ln map -at \"float\" -m -p maps clu;"
             "select -cl; joint -n hip -p -5 0 0; joint -n knee -p 0 0 0;"
             "skinCluster -tsb -mi 2 -n skin hip knee sheet; setAttr knee.rotateZ 30; viewFit sheet; select "
@@ -90,10 +123,16 @@ public:
     }
 };
 
+class CopyMessages : public Messages {};
+
 INSTANTIATE_TEST_SUITE_P(Refusals, Messages, ::testing::ValuesIn(kRefusals),
                          [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(Hindrances, Messages, ::testing::ValuesIn(kHindrances),
+                         [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(Refusals, CopyMessages, ::testing::ValuesIn(kRefusals),
+                         [](const auto& row) { return std::string(row.param.name); });
 
-TEST_P(Messages, ACopySaysSoAndAPasteDoesNothing)
+TEST_P(CopyMessages, ACopySaysSoAndAPasteDoesNothing)
 {
     const std::string start = sceneText(session);
     session.undo().flush();
@@ -109,21 +148,48 @@ TEST_P(Messages, ACopySaysSoAndAPasteDoesNothing)
     EXPECT_EQ(session.undo().undoCount(), 0u);
 }
 
-TEST_P(Messages, APressSaysSoAndADragChangesNothing)
+TEST_P(Messages, APressSaysSoOnceAndItsDragsChangeNothing)
 {
-    const std::string start = sceneText(session);
+    const std::string start = sceneText(session), help = session.tools().helpText;
     session.undo().flush();
-    for (int time = 0; time < GetParam().times; ++time)
-        expectWarning(GetParam().warning);
+    expectWarning(GetParam().reason);
     testing::internal::CaptureStderr();
-    const Pixel at = pixelOf(GetParam().select);
+    const Pixel at = pixelOf(GetParam().pressed ? GetParam().pressed : GetParam().select);
     press(at);
     drag({at.x + 20, at.y + 40});
+    drag({at.x + 21, at.y + 40});
+    EXPECT_EQ(session.tools().helpText, GetParam().reason);
     EXPECT_EQ(sceneText(session), start);
     drag(at);
     release(at);
-    testing::internal::GetCapturedStderr();
     EXPECT_EQ(sceneText(session), start);
+    // At most two reports of a press that fails, the nudge and its undoing, and one of its drags.
+    const std::string reports = testing::internal::GetCapturedStderr();
+    EXPECT_LE(std::count(reports.begin(), reports.end(), '\n'), 9) << reports;
+    press({2, 2});
+    release({2, 2});
+    EXPECT_EQ(session.tools().helpText, help) << "a press that has nothing to explain";
+}
+
+// The row then misses its sum, so people are told although something moves.
+TEST_F(ToolTest, APressWhereEveryOtherInfluenceIsLockedSaysSo)
+{
+    mel("polyPlane -n sheet -sx 4 -sy 4; select -cl; joint -n hip -p -1 0 0; joint -n knee -p 0.1 0 0.2;"
+        "skinCluster -tsb -mi 2 -n skin hip knee sheet; setAttr hip.liw 1; viewFit sheet");
+    edit("-weightMode skinCluster -influence knee");
+    toolOn();
+    mel("select sheet.vtx[12]");
+    const Pixel at = pixelOf("sheet.vtx[12]");
+    expectWarning(
+        "Every other influence that has weight on sheet.vtx[12] is locked: none can make room for knee.");
+    press(at);
+    release(at);
+    mel("setAttr skin.normalizeWeights 0");
+    expectWarning("sheet.vtx[12] does not move with skinCluster.knee in this pose. Pose it, or turn the "
+                  "deformer on, so that the weight shows.");
+
+    press(at);
+    release(at);
 }
 
 } // namespace

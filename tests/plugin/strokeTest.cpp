@@ -74,7 +74,7 @@ TEST_P(StrokeInMode, IsOneUndoStepThatUndoAndRedoBringBackBitForBit)
     edit("-clampMax true");
     stroke("sheet.vtx[29]", 2, skinned ? 12 : 25, {}, 5);
     EXPECT_EQ(session.undo().undoCount(), entries + 1);
-    EXPECT_EQ(melString("undoInfo -q -undoName"), "morvaneToolCmd");
+    EXPECT_EQ(melString("undoInfo -q -undoName").find("morvaneToolCmd sculpt "), 0u);
     const std::string stroked = sceneText(session);
     ASSERT_NE(stroked, start);
     for (int round = 0; round < 3; ++round) {

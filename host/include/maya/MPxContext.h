@@ -67,8 +67,8 @@ protected:
     MStatus setHelpString(const MString& str);
     MStatus setTitleString(const MString& str);
 
-    /// Made by the creator that was registered with the context command; the caller owns it until it is
-    /// finalised. Null when none was registered.
+    /// Made by the creator that was registered with the context command. One that is never finalised lives as
+    /// long as the context command. Null when none was registered.
     virtual MPxToolCommand* newToolCommand();
 
 private:

@@ -2,6 +2,7 @@
 #include "plugins/commandState.h"
 #include "plugins/pluginCommand.h"
 #include "plugins/pluginRegistry.h"
+#include "plugins/unfinishedCommands.h"
 #include "session.h"
 #include "types/api.h"
 #include "types/error.h"
@@ -161,7 +162,13 @@ void MPxCommand::setResult(const MStringArray& val)
 }
 
 MPxToolCommand::MPxToolCommand() = default;
-MPxToolCommand::~MPxToolCommand() = default;
+
+MPxToolCommand::~MPxToolCommand()
+{
+    // Deleted by the tool itself: nobody else may do so again.
+    if (const auto keeper = host::Api::state(*this).keeper.lock())
+        keeper->forget(*this);
+}
 
 MStatus MPxToolCommand::cancel()
 {

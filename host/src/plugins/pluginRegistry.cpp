@@ -4,6 +4,7 @@
 #include "messages.h"
 #include "plugins/commandState.h"
 #include "plugins/guard.h"
+#include "plugins/unfinishedCommands.h"
 #include "session.h"
 #include "tools/contextCommands.h"
 #include "tools/sceneCallbacks.h"
@@ -71,7 +72,9 @@ bool isLoadedInProcess(const std::string& file)
 
 } // namespace
 
-PluginRegistry::PluginRegistry(Session& session) : owner(session) {}
+PluginRegistry::PluginRegistry(Session& session)
+    : owner(session), unfinished(std::make_shared<UnfinishedCommands>())
+{}
 
 PluginRegistry::~PluginRegistry()
 {
@@ -191,7 +194,13 @@ void PluginRegistry::addContext(Plugin& plugin, const std::string& name, PluginC
 {
     ContextCommands::ToolCreator toolCreator;
     if (toolCommand.creator)
-        toolCreator = [toolCommand] { return static_cast<MPxToolCommand*>(toolCommand.create().release()); };
+        toolCreator = [toolCommand, keeper = unfinished] {
+            std::unique_ptr<MPxCommand> made = toolCommand.create();
+            auto* const command = static_cast<MPxToolCommand*>(made.get());
+            Api::state(*command).keeper = keeper;
+            keeper->keep(std::move(made));
+            return command;
+        };
     if (toolCommand.creator)
         addCommand(plugin, toolCommand);
     try {
@@ -214,6 +223,7 @@ void PluginRegistry::removeContext(Plugin& plugin, const std::string& name, cons
     // Refused while one of the tools is at work; the record then stays.
     owner.tools().contextCommands().remove(name);
     plugin.contexts.erase(found);
+    unfinished->drop(toolCommand);
     if (!toolCommand.empty())
         removeCommand(plugin, toolCommand);
 }
@@ -226,9 +236,13 @@ bool PluginRegistry::finalise(MPxToolCommand& command, const std::string& text)
     bool undoable = false;
     guarded(state.name, [&] { undoable = command.isUndoable(); });
     state.finalised = true;
-    std::unique_ptr<MPxCommand> owned(&command);
+    state.keeper.reset();
+    std::unique_ptr<MPxCommand> owned = unfinished->release(command);
+    if (!owned)
+        owned.reset(&command);
     if (undoable && owner.undo().recording()) {
-        keepFinalised(owner, std::move(owned), text);
+        const bool named = state.commandString != state.name;
+        keepFinalised(owner, std::move(owned), named ? state.commandString : text);
         return true;
     }
     finished.clear();

@@ -11,6 +11,7 @@
 namespace host {
 
 class Session;
+class UnfinishedCommands;
 
 /// The plug-ins of a session: loading and unloading shared libraries, and what they registered.
 /// Its end unloads all of them by force.
@@ -52,9 +53,10 @@ public:
                     PluginCommand toolCommand);
     void removeContext(Plugin& plugin, const std::string& name, const std::string& toolCommand);
 
-    /// Hands a tool command over to the undo queue. False when it was handed over before. Throws host::Error,
-    /// and the caller keeps it, when it cannot be asked whether it is undoable. One that is not
-    /// undoable, or that nobody records, is kept until the next one: its caller still runs in it.
+    /// Hands a tool command over to the undo queue, as an entry named by the command string, when the command
+    /// has set one, or else by `text`. False when it was handed over before. Throws host::Error, and the
+    /// caller keeps it, when it cannot be asked whether it is undoable. One that is not undoable, or that
+    /// nobody records, is kept until the next one: its caller still runs in it.
     bool finalise(MPxToolCommand& command, const std::string& text);
 
 private:
@@ -66,6 +68,7 @@ private:
     Session& owner;
     std::vector<Ref<Plugin>> plugins;
     std::vector<std::string> folders;
+    std::shared_ptr<UnfinishedCommands> unfinished; ///< tool commands, by the commands that know their keeper
     std::vector<std::unique_ptr<MPxCommand>> finished; ///< finalised but not undoable
 };
 

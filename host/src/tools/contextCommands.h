@@ -41,7 +41,7 @@ public:
     void removeTool(const std::string& tool);
     bool exists(const std::string& name) const { return commands.count(name) != 0; }
 
-    /// A new tool command for contexts of that command, owned by the caller; null when none was registered.
+    /// A new tool command for contexts of that command, owned by whoever registered it; null when none was.
     MPxToolCommand* newToolCommand(const std::string& name) const;
 
 private:

@@ -2,6 +2,8 @@
 #include "support/hostFixture.h"
 #include "undo/undoQueue.h"
 
+#include <algorithm>
+
 namespace {
 
 class PluginCommandTest : public testing_support::HostTest {
@@ -67,6 +69,29 @@ TEST_F(PluginCommandTest, aFinalisedToolCommandIsUndoneAndRedoneButNotRun)
     EXPECT_EQ(0, melInt("counter -q -step"));
     mel("redo");
     EXPECT_EQ(10, melInt("counter -q -step"));
+}
+
+TEST_F(PluginCommandTest, aFinalisedToolCommandThatHasATextOfItsOwnIsNamedByIt)
+{
+    mel("clickContext myClick; setToolTo myClick;");
+    mel("viewportEvent -press 10 10 -button 2; viewportEvent -release 10 10;");
+    EXPECT_EQ("click in the middle", session.undo().undoName());
+}
+
+TEST_F(PluginCommandTest, aToolCommandThatIsNeverFinalisedLivesAsLongAsItsContextCommand)
+{
+    const auto gone = [this] {
+        return std::count(messages().begin(), messages().end(), "warning: a click has come to nothing");
+    };
+    allowMessages();
+    mel("clickContext myClick; setToolTo myClick;");
+    mel("viewportEvent -press 10 10 -shift; viewportEvent -release 10 10;");
+    mel("viewportEvent -press 10 10 -shift; viewportEvent -release 10 10;");
+    EXPECT_EQ(0, gone());
+    mel("viewportEvent -press 10 10 -control; viewportEvent -release 10 10;");
+    EXPECT_EQ(1, gone()) << "the tool has deleted it";
+    mel("viewportEvent -press 10 10; viewportEvent -release 10 10; unloadPlugin counter");
+    EXPECT_EQ(3, gone());
 }
 
 TEST_F(PluginCommandTest, unloadingWhileTheToolIsOnAndItsCommandsAreInTheQueueIsSafe)

@@ -116,22 +116,24 @@ std::ostream& operator<<(std::ostream& out, const ModeRow& row)
 const std::vector<ModeRow>& modeRows()
 {
     static const std::vector<ModeRow> rows = {
-        {"default", "-deformer lift", ModeRow::kPlain, true, false, "weights",
+        {"default", "-deformer lift", "default lift", ModeRow::kPlain, true, false, "weights",
          "lift.weightList[PLACE].weights"},
-        {"plug", "-deformer lift -plug mask", ModeRow::kPlain, true, false, "mask",
+        {"plug", "-deformer lift -plug mask", "plug lift.mask", ModeRow::kPlain, true, false, "mask",
          "lift.maskList[PLACE].mask"},
-        {"skinCluster", "-deformer lift -influence knee", ModeRow::kSkin, false, false, "skin", ""},
-        {"dualQuaternion", "-deformer lift", ModeRow::kPlain, false, false, "blend", "MESHSkin.blendWeights"},
-        {"blendShapeTarget", "-deformer mix -target frown", ModeRow::kPlain, true, true, "target 2",
-         "mix.inputTarget[PLACE].inputTargetGroup[2].targetWeights"},
-        {"blendShapeBase", "-deformer mix", ModeRow::kPlain, true, true, "base",
+        {"skinCluster", "-deformer lift -influence knee", "skinCluster knee", ModeRow::kSkin, false, false,
+         "skin", ""},
+        {"dualQuaternion", "-deformer lift", "dualQuaternion", ModeRow::kPlain, false, false, "blend",
+         "MESHSkin.blendWeights"},
+        {"blendShapeTarget", "-deformer mix -target frown", "blendShapeTarget mix.frown", ModeRow::kPlain,
+         true, true, "target 2", "mix.inputTarget[PLACE].inputTargetGroup[2].targetWeights"},
+        {"blendShapeBase", "-deformer mix", "blendShapeBase mix", ModeRow::kPlain, true, true, "base",
          "mix.inputTarget[PLACE].baseWeights"},
-        {"ngSkinToolsMask", "-deformer lift -ngLayer skinLayer", ModeRow::kLayer, false, false, "layer mask",
-         ""},
-        {"ngSkinToolsDualQuaternion", "-deformer lift -ngLayer skinLayer", ModeRow::kLayer, false, false,
-         "layer dq", ""},
+        {"ngSkinToolsMask", "-deformer lift -ngLayer skinLayer", "ngMask skinLayer", ModeRow::kLayer, false,
+         false, "layer mask", ""},
+        {"ngSkinToolsDualQuaternion", "-deformer lift -ngLayer skinLayer", "ngDualQuaternion skinLayer",
+         ModeRow::kLayer, false, false, "layer dq", ""},
         {"ngSkinToolsInfluence", "-deformer lift -ngLayer skinLayer -influence knee",
-         ModeRow::kLayerInfluence, false, false, "layer", ""}};
+         "ngInfluence skinLayer.knee", ModeRow::kLayerInfluence, false, false, "layer", ""}};
     return rows;
 }
 

@@ -30,7 +30,8 @@ struct ModeRow {
         kLayerInfluence ///< the same for each influence
     };
     const char* mode;
-    const char* flags; ///< what the tool must be told beside the mode
+    const char* flags;  ///< what the tool must be told beside the mode
+    const char* edited; ///< as undo entries name it
     Kind kind;
     bool storesFloats;
     bool firstGeometryOnly; ///< whichever mesh is edited, the first geometry's weights are

@@ -181,7 +181,7 @@ public:
         edit(std::string("-pastePerVertex ") + (perVertex ? "false" : "true")); // the record keeps its own
         expectState(state(), changed(old, change), "paste");
         EXPECT_EQ(session.undo().undoCount(), 1u);
-        EXPECT_EQ(melString("undoInfo -q -undoName"), "morvaneToolCmd");
+        EXPECT_EQ(melString("undoInfo -q -undoName"), std::string("morvaneToolCmd paste ") + row.edited);
         setState(other);
         mel("undo");
         expectState(state(), changed(other, undonePaste(row, target, old)), "undo");

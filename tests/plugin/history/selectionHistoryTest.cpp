@@ -133,7 +133,8 @@ TEST_F(HistoryScene, SelectionsComeBackWithTheFalloffOfTheirTime)
             release(pixelOf("sheet.vtx[1]"));
         }
         ASSERT_EQ(session.undo().undoCount(), 1u);
-        EXPECT_EQ(melString("undoInfo -q -undoName"), "morvaneToolCmd");
+        EXPECT_EQ(melString("undoInfo -q -undoName"),
+                  strokes ? "morvaneToolCmd sculpt default lift" : "morvaneToolCmd");
         const auto after = falloffs();
         const State done = state();
         ASSERT_NE(after, before);

@@ -113,7 +113,7 @@ TEST_P(StrokeHistory, RedoBringsBackTheLiveStrokeBitForBitWhereBothClampsAreThos
     session.undo().flush();
     strokeBy(motion);
     EXPECT_EQ(session.undo().undoCount(), 1u);
-    EXPECT_EQ(melString("undoInfo -q -undoName"), "morvaneToolCmd");
+    EXPECT_EQ(melString("undoInfo -q -undoName"), std::string("morvaneToolCmd sculpt ") + row().edited);
     const State stroked = state();
     ASSERT_NE(stroked, start);
     for (int round = 0; round < 2; ++round) {

@@ -82,11 +82,6 @@ void ModeScene::build(const WeightPlace& where)
     edit("-deformer lift -plug mask -influence knee -ngLayer paintLayer");
     if (place.name() == "blendShapeTarget" || place.name() == "blendShapeBase")
         edit("-deformer face -target smile");
-    if (place.isLayer()) {
-        // The tool learns at a press that layers are there.
-        press({2, 2});
-        release({2, 2});
-    }
     edit("-weightMode " + place.name());
     toolOn();
     lookAt(kMiddle, 6);

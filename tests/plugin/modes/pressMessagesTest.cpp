@@ -61,6 +61,7 @@ void PrintTo(const Failure& failure, std::ostream* out)
 const char kEdges[] = "select sheet.e[3]";
 const char kFailingRead[] = "ngst2Layers -misbehave failingRead";
 const char kFailingCount[] = "ngst2Layers -misbehave failingCount";
+const char kVerticesWanted[] = "Vertices are wanted: edges and faces such as sheet.e[3] cannot be sculpted.";
 const std::string kNoBlendShape = "The current deformer is not a blendShape";
 
 const Failure kFailures[] = {
@@ -69,14 +70,14 @@ const Failure kFailures[] = {
      "delete lift",
      kPress,
      {{kContext, 201}, {kContext, 0}},
-     {},
+     {"There is no deformer named lift in the scene."},
      Failure::kSelects},
     {"DeformersNameIsNowAMesh",
      "plug",
      "rename lift away; polyPlane -n lift; viewFit sheet",
      kPress,
      {{kContext, 0}},
-     {},
+     {"lift is not a deformer."},
      Failure::kSelects},
     {"PlugIsGone",
      "plug",
@@ -91,8 +92,22 @@ const Failure kFailures[] = {
      kCopy,
      {{kContext, 138}},
      {"The weights plug is invalid."}},
-    {"SkinWeightsOfEdges", "skinCluster", kEdges, kCopy, {{kContext, 1515}}},
-    {"BlendWeightsOfEdges", "dualQuaternion", kEdges, kCopy, {{kContext, 1551}}},
+    {"SkinWeightsOfEdges", "skinCluster", kEdges, kCopy, {}, {kVerticesWanted}},
+    {"BlendWeightsOfEdges", "dualQuaternion", kEdges, kCopy, {}, {kVerticesWanted}},
+    {"MapOfFaces",
+     "default",
+     "select sheet.f[0:2]",
+     kCopy,
+     {},
+     {"Vertices are wanted: edges and faces such as sheet.f[0:2] cannot be sculpted."}},
+    {"MaskOfEdges", "ngSkinToolsMask", kEdges, kCopy, {}, {kVerticesWanted}},
+    // A whole object beside the points: the platform reads no weights of it.
+    {"SkinWeightsOfAnObjectToo",
+     "skinCluster",
+     "select sheet.vtx[7] twin",
+     kPress,
+     {{kContext, 1515}},
+     {"The weights of twin cannot be read."}},
     // A deformer of another kind can have a target by name: whoever reads or nudges it says no.
     {"TargetOfAnotherKindOfDeformer",
      "blendShapeTarget",
@@ -100,7 +115,7 @@ const Failure kFailures[] = {
      "morvaneContext -e -deformer lift -target grin morvaneContext1",
      kPress,
      {},
-     {kNoBlendShape, kNoBlendShape}},
+     {kNoBlendShape}},
     {"MaskRead", "ngSkinToolsMask", kFailingRead, kPress, {{kHelpers, 251}, {kContext, 1728}}},
     {"MaskCount", "ngSkinToolsMask", kFailingCount, kPress, {{kHelpers, 268}, {kContext, 1728}}},
     {"LayerDualQuaternionRead",
@@ -170,8 +185,8 @@ TEST_P(PressMessages, SayWhatFailedAndChangeNothing)
         errorStreamOf([&] { drag(from); });
         release(from);
     }
-    // Without a deformer nothing was picked either, and a click on nothing clears.
-    EXPECT_EQ(melStrings("ls -sl"), selects ? std::vector<std::string>() : selected);
+    // Without a deformer a click selects what lies there.
+    EXPECT_EQ(melStrings("ls -sl"), selected);
     EXPECT_EQ(session.undo().undoCount(), selects ? 1u : 0u);
     EXPECT_TRUE(sceneText(session) == start);
 }
@@ -221,8 +236,10 @@ TEST_P(LockedWeights, CannotBeNudgedSoThereIsNoDirection)
     const std::string start = sceneText(session);
     session.undo().flush();
     const Pixel from = at(kMiddle);
+    expectWarning("The weight of sheet.vtx[7] cannot be changed: it is locked or connected.");
     EXPECT_GE(reported(errorStreamOf([&] { press(from); })), 1u);
     EXPECT_EQ(reported(errorStreamOf([&] { drag({from.x + 8, from.y + 21}); })), 1u);
+    EXPECT_EQ(reported(errorStreamOf([&] { drag({from.x + 9, from.y + 21}); })), 0u);
     EXPECT_TRUE(melStrings("viewportLabels").empty());
     release({from.x + 8, from.y + 21});
     EXPECT_TRUE(sceneText(session) == start);
@@ -239,6 +256,8 @@ TEST_P(LockedWeights, EndTheDragEventWhereTheyAreMet)
     const Pixel from = at(kMiddle), by = dragFor(way, 0.03);
     press(from);
     mel("setAttr -lock 1 " + locked);
+    const std::string object = *GetParam().twin ? "twin" : "sheet";
+    expectWarning("The weights of " + object + " cannot be changed: they are locked or connected.");
     trace.clear();
     EXPECT_EQ(reported(errorStreamOf([&] { drag({from.x + by.x, from.y + by.y}); })), 1u);
     EXPECT_TRUE(linesOf(trace, "draw").empty()) << "nor are labels drawn";

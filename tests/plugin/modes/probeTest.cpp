@@ -172,6 +172,8 @@ TEST_F(ProbeOf, ABlendShapesSecondMeshCannotBeDragged)
         session.undo().flush();
         const std::string start = sceneText(session);
         const Pixel here = at(kMiddle, "twin");
+        expectWarning(
+            "twin.vtx[7] does not move: the weights of a blend shape are those of its first object.");
         testing::internal::CaptureStderr();
         press(here);
         drag({here.x + 40, here.y + 40});

@@ -128,7 +128,7 @@ TEST_F(ShapeStroke, ALatticePressSelectsAnotherPointWhoseIndicesDifferInOne)
     }
 }
 
-// A click on a surface's point counts as one, and then there is nothing to edit, without a word.
+// A click on a surface's point counts as one, and then there is nothing to edit.
 TEST_F(ShapeStroke, SurfacesAreNotEdited)
 {
     mel("nurbsPlane -n cloth -w 6 -lr 1 -u 2 -v 2");
@@ -138,6 +138,7 @@ TEST_F(ShapeStroke, SurfacesAreNotEdited)
     const std::string start = sceneText(session);
     const std::vector<std::string> selection = melStrings("ls -sl -fl");
     const Pixel from = pixelOf("cloth.cv[2][3]");
+    expectWarning("Points of NURBS surfaces cannot be sculpted.");
     press(from);
     EXPECT_EQ(melStrings("ls -sl -fl"), selection) << "a hit";
     drag({from.x, from.y + 30});

@@ -2,7 +2,9 @@
 
 #include <maya/MArgDatabase.h>
 #include <maya/MArgList.h>
+#include <maya/MEvent.h>
 #include <maya/MFnPlugin.h>
+#include <maya/MGlobal.h>
 #include <maya/MPxCommand.h>
 #include <maya/MPxContext.h>
 #include <maya/MPxContextCommand.h>
@@ -74,10 +76,16 @@ private:
     bool query = false;
 };
 
-/// Adds 10: what one click of the tool leaves behind.
+/// Adds 10: what one click of the tool leaves behind. One that is never finalised says so when it goes.
 class ClickCommand : public MPxToolCommand {
 public:
     static void* creator() { return new ClickCommand; }
+    ~ClickCommand() override
+    {
+        if (!finalised)
+            MGlobal::displayWarning("a click has come to nothing");
+    }
+    void callIt(const MString& text) { setCommandString(text); }
     MStatus doIt(const MArgList&) override { return redoIt(); }
     MStatus redoIt() override
     {
@@ -96,15 +104,26 @@ public:
         command.addArg(commandString());
         command.addArg(MString("-note"));
         command.addArg(MString("one click"));
+        finalised = true;
         return doFinalize(command);
     }
+
+private:
+    bool finalised = false;
 };
 
+/// Shift forgets the command, control deletes it, the middle button gives it a name of its own.
 class ClickContext : public MPxContext {
 public:
-    MStatus doPress(MEvent&, MHWRender::MUIDrawManager&, const MHWRender::MFrameContext&) override
+    MStatus doPress(MEvent& event, MHWRender::MUIDrawManager&, const MHWRender::MFrameContext&) override
     {
         auto* command = static_cast<ClickCommand*>(newToolCommand());
+        if (event.isModifierControl())
+            delete command;
+        if (event.isModifierControl() || event.isModifierShift())
+            return MStatus::kSuccess;
+        if (event.mouseButton() == MEvent::kMiddleMouse)
+            command->callIt("click in the middle");
         command->redoIt();
         return command->finalize();
     }
