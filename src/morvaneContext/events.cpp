@@ -4,6 +4,7 @@
 #include "morvaneContext/morvaneContext.h"
 #include "morvaneToolCommand/morvaneToolCommand.h"
 #include "report.h"
+#include "weightModes/modeTable.h"
 
 #include <maya/MPxContext.h>
 
@@ -97,12 +98,12 @@ MStatus morvaneContext::pressed(MEvent& event, MHWRender::MUIDrawManager& drawMa
     pressPoint = MPoint(pressX, pressY, 0, 1);
     shiftHeld = event.isModifierShift();
     controlHeld = event.isModifierControl();
-    ngEnabled = isNgEnabled();
     toolCommand = makeToolCommand();
     if (toolCommand != nullptr)
         toolCommand->describe(describeEdit("sculpt"));
     // A press that cannot sculpt stays in select mode; it has been reported.
     getContextMode(event, drawManager, context);
+    ngEnabled = isNgEnabled();
     if (contextMode != kSculptMode) {
         contextMode = kSelectMode;
         listAdjustment = adjustmentOfSelectPress(shiftHeld, controlHeld);
@@ -110,10 +111,14 @@ MStatus morvaneContext::pressed(MEvent& event, MHWRender::MUIDrawManager& drawMa
         return MS::kSuccess;
     }
     startStroke();
-    // A click that has selected the point has done its work; a drag will say why nothing moves.
+    return MS::kSuccess;
+}
+
+/// A click that has selected the point has done its work; a drag will say why nothing moves.
+void morvaneContext::sayWhyUnlessSelected()
+{
     if (!selectionChanged)
         sayWhy();
-    return MS::kSuccess;
 }
 
 void morvaneContext::startStroke()
@@ -122,6 +127,7 @@ void morvaneContext::startStroke()
     getValidActiveSel(validSel, softSelectWeights, validSkinClusters);
     if (validSel.isEmpty()) {
         explaining.pending = whyNothingToEdit();
+        sayWhyUnlessSelected();
         return;
     }
     explaining.pending = explaining.wrongComponents;
@@ -131,10 +137,12 @@ void morvaneContext::startStroke()
         // Whoever has read them has already said what is wrong.
         if (explaining.pending.length() == 0)
             putIntoHelpLine("The weights cannot be read: the message says why.");
+        sayWhyUnlessSelected();
         return;
     }
     prepareStroke();
     getDirectionVector();
+    // Left to the first drag: a click on a selected point need not move anything.
     const MString hindrance = whatHinders();
     if (hindrance.length() != 0)
         explaining.pending = hindrance;
@@ -143,6 +151,9 @@ void morvaneContext::startStroke()
 MStatus morvaneContext::getContextMode(MEvent& event, MHWRender::MUIDrawManager& drawManager,
                                        const MHWRender::MFrameContext& context)
 {
+    // The layers may have come since the last press: the first one works.
+    if (modeRow(weightMode).isLayerMode && !ngEnabled)
+        ngEnabled = isNgEnabled();
     MStatus status = checkActiveDeformer(deformerStr);
     if (!status) {
         if (pickAtPress() && event.mouseButton() == MEvent::kLeftMouse)

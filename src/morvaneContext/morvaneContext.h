@@ -211,6 +211,7 @@ private:
     void putIntoHelpLine(const MString& reason);
     /// Says what this press has noted, unless it has said something already.
     void sayWhy();
+    void sayWhyUnlessSelected();
     void warnOfWrongComponents();
     MString whyNoDeformer() const;
     MString whyNothingToEdit() const;

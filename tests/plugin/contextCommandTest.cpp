@@ -152,6 +152,74 @@ TEST_F(ContextCommand, AFailedDeformerKeepsTheOldOneAndIsReported)
     EXPECT_EQ(text("deformer"), "nothing");
 }
 
+// In skinCluster mode the name is taken without a look-up; whatever uses the deformer later looks it up.
+TEST_F(ContextCommand, TheDeformerThatIsNamedIsTheOneThatIsEdited)
+{
+    mel("maskedOffset -n two sheet; cluster -n one sheet; duplicate -n up sheet; blendShape -n face up sheet;"
+        "setAttr \"one.weightList[0].weights[0:1]\" .1 .2; setAttr \"two.weightList[0].weights[0:1]\" .3 .4;"
+        "select sheet.vtx[0]");
+    edit("-deformer one");
+    edit("-copy true");
+    const auto byName = [this](const char* name, const std::string& then) {
+        edit("-weightMode default");
+        edit("-deformer one");
+        edit("-weightMode skinCluster");
+        edit(std::string("-deformer ") + name);
+        edit(then);
+    };
+    mel("select sheet.vtx[1]");
+    byName("two", "-weightMode default");
+    edit("-paste true");
+    EXPECT_EQ(melFloat("getAttr two.weightList[0].weights[1]"), static_cast<double>(0.1f));
+    EXPECT_EQ(melFloat("getAttr one.weightList[0].weights[1]"), static_cast<double>(0.2f));
+    byName("two", "-plug mask"); // an attribute that the first one lacks
+    EXPECT_EQ(text("plug"), "mask");
+    byName("face", "-target up");
+    edit("-weightMode blendShapeTarget");
+    mel("setToolTo morvaneContext1");
+    EXPECT_EQ(melString("headsUpDisplay -q -label morvaneHUD"), "Sculpting On:face : up");
+    // Copies of the first one under a name of the second.
+    mel("select sheet.vtx[0]");
+    byName("two", "-weightMode default");
+    edit("-copy true");
+    mel("select sheet.vtx[1]");
+    edit("-paste true");
+    EXPECT_EQ(melFloat("getAttr two.weightList[0].weights[1]"), static_cast<double>(0.3f));
+    // A name that has come to nothing.
+    byName("other", "-weightMode default");
+    expectWarning("No valid deformer has been specified.");
+    edit("-paste true");
+    expectWarning("smile is not a valid target.");
+    editFails("-target smile");
+    EXPECT_NE(failure("-plug mask"), "");
+    EXPECT_EQ(melFloat("getAttr one.weightList[0].weights[1]"), static_cast<double>(0.2f));
+}
+
+TEST_F(ContextCommand, AFailedDeformerLeavesTheEarlierOneInForce)
+{
+    mel("maskedOffset -n two sheet");
+    edit("-deformer two");
+    failure("-deformer nothing");
+    edit("-plug mask");
+    mel("setAttr \"two.weightList[0].weights[0:1]\" .3 .4; select sheet.vtx[0]");
+    failure("-deformer sheetShape");
+    edit("-copy true");
+    mel("select sheet.vtx[1]");
+    failure("-deformer nothing");
+    edit("-paste true");
+    EXPECT_EQ(melFloat("getAttr two.weightList[0].weights[1]"), static_cast<double>(0.3f));
+}
+
+// Its skins are found object by object.
+TEST_F(ContextCommand, DualQuaternionNeedsNoDeformerButNoWrongOneEither)
+{
+    edit("-weightMode dualQuaternion");
+    edit("-deformer \"\"");
+    EXPECT_EQ(text("deformer"), "");
+    failure("-deformer nothing");
+    EXPECT_EQ(text("deformer"), "");
+}
+
 TEST_F(ContextCommand, AFailedPlugKeepsTheOldOneAndIsReported)
 {
     EXPECT_NE(failure("-plug weights").find(kApiError + "241\n"), std::string::npos) << "no deformer yet";

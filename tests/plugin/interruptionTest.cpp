@@ -147,6 +147,7 @@ TEST_F(Interruption, AWriteThatFailsHalfWayIsTakenBackWhenTheDragReturns)
     edit("-weightMode plug -plug mask");
     session.undo().flush();
     const std::string start = sceneText(session);
+    expectWarning("The weights of sheet cannot be changed: they are locked or connected.");
     testing::internal::CaptureStderr();
     press(at);
     drag({at.x, at.y - 20});

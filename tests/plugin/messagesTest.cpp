@@ -183,13 +183,16 @@ TEST_F(ToolTest, APressWhereEveryOtherInfluenceIsLockedSaysSo)
     expectWarning(
         "Every other influence that has weight on sheet.vtx[12] is locked: none can make room for knee.");
     press(at);
+    drag({at.x, at.y + 1});
     release(at);
     mel("setAttr skin.normalizeWeights 0");
     expectWarning("sheet.vtx[12] does not move with skinCluster.knee in this pose. Pose it, or turn the "
                   "deformer on, so that the weight shows.");
-
+    testing::internal::CaptureStderr();
     press(at);
+    drag({at.x, at.y + 1});
     release(at);
+    testing::internal::GetCapturedStderr();
 }
 
 } // namespace

@@ -165,6 +165,37 @@ TEST_F(ToolSelection, OtherButtonsNeverSculpt)
     EXPECT_EQ(defaultWeights(session, "clu", 25), before);
 }
 
+// A press that cannot sculpt picks all the same, so that a click selects instead of clearing the selection.
+TEST_F(ToolSelection, AClickThatCannotSculptSelectsWhatLiesThere)
+{
+    const struct {
+        const char* name;
+        const char* flags; ///< of the press
+        bool warns;
+        bool named = false; ///< the deformer is there
+    } rows[] = {{"middle button", "-button 2", false, true},
+                {"without a deformer", "", true},
+                {"without a deformer, shift", "-shift", false},
+                {"middle button without a deformer", "-button 2", false}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        if (!row.named && mel("objExists clu").toInt())
+            mel("delete clu");
+        mel("select sheet.vtx[6]");
+        const std::size_t before = session.undo().undoCount();
+        if (row.warns)
+            expectWarning("There is no deformer named clu in the scene.");
+        testing::internal::CaptureStderr();
+        click(pixelOf("sheet.vtx[12]"), row.flags);
+        testing::internal::GetCapturedStderr();
+        const bool adds = std::string(row.flags) == "-shift";
+        EXPECT_EQ(selected(), adds ? (Names{"sheet.vtx[6]", "sheet.vtx[12]"}) : Names{"sheet.vtx[12]"});
+        EXPECT_EQ(session.undo().undoCount(), before + 1);
+        mel("undo");
+        EXPECT_EQ(selected(), Names{"sheet.vtx[6]"});
+    }
+}
+
 TEST_F(ToolSelection, SymmetryMirrorsTheSelectionOfAClickAndAMarquee)
 {
     mel("symmetricModelling -symmetry 1 -about object -axis x");

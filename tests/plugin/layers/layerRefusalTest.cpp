@@ -101,6 +101,7 @@ TEST_F(LayerRefusal, EntriesWithoutAnIdOrANameArePassedOver)
 {
     for (const char* kind : {"noId", "noName"}) {
         misbehave(kind);
+        expectWarning("sheet has no layer named skinLayer.");
         strokeToClamp("mask", 1);
         misbehave("none");
         EXPECT_EQ(painted(1, "mask"), Weights(kVertices, 0.5)) << kind;
