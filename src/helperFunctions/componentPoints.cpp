@@ -8,16 +8,6 @@
 
 namespace {
 
-MFn::Type pointKind(const MObject& component)
-{
-    for (MFn::Type kind : {MFn::kMeshVertComponent, MFn::kCurveCVComponent, MFn::kSurfaceCVComponent,
-                           MFn::kLatticeComponent}) {
-        if (component.hasFn(kind))
-            return kind;
-    }
-    return MFn::kInvalid;
-}
-
 template <typename PositionAt>
 MIntArray picked(const std::vector<int>& indices, std::size_t count, const PositionAt& positionAt)
 {

@@ -1,6 +1,7 @@
 #include "weightModes/skinInfluenceStore.h"
 
 #include "report.h"
+#include "weightModes/influenceObstacle.h"
 #include "weightModes/modeTable.h"
 #include "weightModes/pointLive.h"
 #include "weightModes/rowPaste.h"
@@ -157,20 +158,6 @@ bool hasColumns(const EditRecord& record, const EditedObject& object)
     return has && fitsFalloff(record, object, record.oldSkinRows[index]->pointCount());
 }
 
-bool isLocked(const MDagPath& influence)
-{
-    MStatus status;
-    const MPlug lock = MFnDependencyNode(influence.node()).findPlug("lockInfluenceWeights", false, &status);
-    return status && lock.asBool();
-}
-
-bool normalizes(const MFnSkinCluster& skin)
-{
-    MStatus status;
-    const MPlug normalization = skin.findPlug("normalizeWeights", false, &status);
-    return !status || normalization.asInt() != 0;
-}
-
 /// Puts back the influences of the points, so that what normalisation did to the others is undone too.
 /// `edited`: the only one that a point may have got since, or kEveryInfluence.
 void restoreRows(const EditRecord& record, const EditedObject& object, unsigned int edited)
@@ -201,37 +188,10 @@ MString SkinInfluenceStore::addSkinColumns(const TargetInput& input, const MDagP
     return MString();
 }
 
-/// What the edited influence gains the others lose, and the other way round: without one that is free and has
-/// weight there the row cannot keep its sum, whatever the pose.
 MString SkinInfluenceStore::obstacle(const EditRecord& record, const ClickedPoint& point, const MString& name,
                                      bool moves) const
 {
-    MStatus status;
-    MDagPath shape = point.path;
-    const MObject skinCluster = getSkinCluster(shape, status);
-    MDoubleArray row;
-    unsigned int count = 0;
-    const MFnSkinCluster skin(skinCluster);
-    if (!status || !skin.getWeights(point.path, point.component, row, count))
-        return MString();
-    MDagPathArray influences;
-    skin.influenceObjects(influences);
-    bool anyLocked = false;
-    for (unsigned int influence = 0; influence < row.length() && influence < influences.length();
-         ++influence) {
-        if (!(row[influence] > 0.0) || influences[influence] == record.skinInfluence)
-            continue;
-        if (!isLocked(influences[influence]))
-            return MString();
-        anyLocked = true;
-    }
-    const MString edited = record.skinInfluence.partialPathName();
-    if (anyLocked && normalizes(skin))
-        return "Every other influence that has weight on " + name + " is locked: none can make room for " +
-               edited + ".";
-    return moves || anyLocked ? MString()
-                              : edited + " has all the weight of " + name +
-                                    ": there is no other influence to take from or to give to.";
+    return influenceObstacle(record.skinInfluence, point, name, moves);
 }
 
 MStatus SkinInfluenceStore::read(const WeightReading& reading) const
