@@ -7,12 +7,15 @@ if [ $# -gt 0 ]; then
     scene=$(realpath -- "$1")
 fi
 cd "$(dirname "$0")"
-cmake/dependencies.sh
-cmake --preset release -DCMAKE_CXX_COMPILER_LAUNCHER=ccache -DMORVANE_TESTS=OFF >/dev/null
-cmake --build --preset release
+# A workbench that is built already can be named instead of building one.
+if [ -z "${MORVANE_WORKBENCH:-}" ]; then
+    cmake/dependencies.sh
+    cmake --preset release -DCMAKE_CXX_COMPILER_LAUNCHER=ccache -DMORVANE_TESTS=OFF >/dev/null
+    cmake --build --preset release
+fi
 mkdir -p out
-build/release/bin/morvane-workbench --batch --script scenes/strokeDemo.mel --image out/stroke.png \
-    --save out/sculpted.ma --trace out/trace.txt "${scene:-scenes/creature.ma}" >out/weights.txt
+"${MORVANE_WORKBENCH:-build/release/bin/morvane-workbench}" --batch --script scenes/strokeDemo.mel \
+    --image out/stroke.png --save out/sculpted.ma --trace out/trace.txt "${scene:-scenes/creature.ma}" >out/weights.txt
 cat out/weights.txt
 echo "picture:     out/stroke.png"
 echo "saved scene: out/sculpted.ma"

@@ -17,6 +17,7 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <filesystem>
 #include <iostream>
 #include <iterator>
 
@@ -64,7 +65,29 @@ Program::Program(const Options& asked) : options(asked)
 {
     hostSession.viewport().width = options.width;
     hostSession.viewport().height = options.height;
-    hostSession.tools().pressWatcher = [this](int x, int y) { pressWatch.press(hostSession, x, y); };
+    if (progress.toTerminal())
+        keepTerminalTidy();
+    // Only a picture asks for it.
+    if (!options.image.empty())
+        hostSession.tools().pressWatcher = [this](int x, int y) { pressWatch.press(hostSession, x, y); };
+}
+
+void Program::keepTerminalTidy()
+{
+    hostSession.messages().setSink([this](host::Messages::Kind kind, const std::string& text) {
+        const bool warning = kind == host::Messages::Kind::kWarning;
+        progress.clear();
+        std::fprintf(stderr, "// %s%s //\n",
+                     warning                                ? "Warning: "
+                     : kind == host::Messages::Kind::kError ? "Error: "
+                                                            : "",
+                     text.c_str());
+    });
+    hostSession.messages().setPrintSink([this](const std::string& text) {
+        progress.clear();
+        std::fwrite(text.data(), 1, text.size(), stdout);
+        std::fflush(stdout);
+    });
 }
 
 Program::~Program()
@@ -130,7 +153,10 @@ void Program::openTrace()
 void Program::openScene()
 {
     if (!options.scene.empty()) {
-        host::openScene(hostSession, options.scene);
+        std::error_code unknown;
+        const auto size = std::filesystem::file_size(options.scene, unknown);
+        const Progress::Work work(progress, "Opening " + options.scene, unknown ? 0 : size);
+        host::openScene(hostSession, options.scene, &progress.done());
         hostSession.sceneName = options.scene;
     }
     idle();
@@ -149,9 +175,11 @@ void Program::loadPlugIn()
 
 void Program::runTask(const Options::Task& task)
 {
-    if (task.kind == Options::Task::Kind::kFile && task.value == "-")
+    const bool isFile = task.kind == Options::Task::Kind::kFile;
+    const Progress::Work work(progress, isFile ? "Running " + task.value : "Running a command");
+    if (isFile && task.value == "-")
         hostSession.mel().execute(standardInput(), "standard input");
-    else if (task.kind == Options::Task::Kind::kFile)
+    else if (isFile)
         hostSession.mel().source(task.value);
     else
         hostSession.mel().execute(task.value);
@@ -165,12 +193,14 @@ void Program::idle()
 
 void Program::writeImage()
 {
+    const Progress::Work work(progress, "Drawing " + options.image);
     if (!options.image.empty())
         host::replaceFile(options.image, pngOf(renderPicture(hostSession, options.scale, &pressWatch)));
 }
 
 void Program::saveScene()
 {
+    const Progress::Work work(progress, "Saving " + options.save);
     if (!options.save.empty())
         host::saveScene(hostSession, options.save);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "options.h"
+#include "progress.h"
 #include "render/pressWatch.h"
 #include "session.h"
 
@@ -45,7 +46,11 @@ private:
     void attempt(Step&& step);
     void fail(const std::string& text);
 
+    /// Messages and prints take the line of progress away first.
+    void keepTerminalTidy();
+
     Options options;
+    Progress progress;
     std::unique_ptr<TraceFile> traceFile;
     host::Session hostSession;
     PressWatch pressWatch; ///< its nodes are let go of before the session ends

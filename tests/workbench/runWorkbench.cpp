@@ -24,20 +24,26 @@ std::string quoted(const std::string& text)
 
 } // namespace
 
-RunResult runWorkbench(const std::vector<std::string>& arguments, const std::string& environment,
-                       const std::string& input)
+RunResult runShell(const std::string& line)
 {
     const Folder folder;
-    std::string command = (environment.empty() ? "" : "env " + environment + " ") + quoted(WORKBENCH_PROGRAM);
-    for (const std::string& argument : arguments)
-        command += " " + quoted(argument);
-    command += " <" + quoted(input) + " >" + quoted(folder.file("out")) + " 2>" + quoted(folder.file("err"));
+    const std::string command =
+        "{ " + line + "\n} >" + quoted(folder.file("out")) + " 2>" + quoted(folder.file("err"));
     const int status = std::system(command.c_str());
     RunResult result;
     result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     result.out = contentsOf(folder.file("out"));
     result.err = contentsOf(folder.file("err"));
     return result;
+}
+
+RunResult runWorkbench(const std::vector<std::string>& arguments, const std::string& environment,
+                       const std::string& input)
+{
+    std::string command = (environment.empty() ? "" : "env " + environment + " ") + quoted(WORKBENCH_PROGRAM);
+    for (const std::string& argument : arguments)
+        command += " " + quoted(argument);
+    return runShell(command + " <" + quoted(input));
 }
 
 Folder::Folder()

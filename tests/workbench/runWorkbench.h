@@ -11,6 +11,9 @@ struct RunResult {
     std::string out, err;
 };
 
+/// Runs a line of the shell and waits for it.
+RunResult runShell(const std::string& line);
+
 /// Runs the built program with arguments and waits for it. `environment` is put in front ("NAME=value");
 /// `input` is the file that it gets as standard input.
 RunResult runWorkbench(const std::vector<std::string>& arguments, const std::string& environment = {},

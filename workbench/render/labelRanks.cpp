@@ -27,10 +27,10 @@ void addPoints(std::vector<StrokePoint>& points, const host::SelectionList& list
 }
 
 /// The points that have labels: all of the selection, or those of them that the deformer works on.
-std::vector<StrokePoint> labelledPoints(host::Session& session, const WeightMaps& maps, std::size_t texts)
+std::vector<StrokePoint> labelledPoints(const host::RichSelection& rich, const WeightMaps& maps,
+                                        std::size_t texts)
 {
     std::vector<StrokePoint> points;
-    const host::RichSelection rich = session.selection().rich();
     addPoints(points, rich.selection);
     addPoints(points, rich.symmetry);
     if (points.size() == texts)
@@ -52,7 +52,8 @@ std::vector<float> labelRanks(host::Session& session, const WeightMaps& maps, co
     const std::size_t texts = session.drawing().texts.size();
     if (texts == 0)
         return {};
-    const std::vector<StrokePoint> points = labelledPoints(session, maps, texts);
+    const std::vector<StrokePoint> points =
+        labelledPoints(press ? press->selection() : session.selection().rich(), maps, texts);
     std::vector<float> ranks;
     ranks.reserve(points.size());
     for (const StrokePoint& point : points)

@@ -159,6 +159,24 @@ bool labelOf(const OverlayFrame& frame, const host::DrawRecord::Text& text, Labe
            box.top + box.height > 0;
 }
 
+/// The label that matters most moves a little rather than go, when another text stands in its place.
+void placeAside(TextLayout& layout, const OverlayFrame& frame, PlacedText text)
+{
+    const float gap = kLabelGap * frame.unit();
+    const Box wanted = text.box;
+    for (int ring = 1; ring <= 3; ++ring) {
+        const float x = (wanted.width + gap) * static_cast<float>(ring);
+        const float y = (wanted.height + gap) * static_cast<float>(ring);
+        const std::pair<float, float> steps[] = {{0, -y}, {0, y}, {-x, 0}, {x, 0}, {-x, -y}, {x, -y}};
+        for (const auto& [right, down] : steps) {
+            text.box.left = wanted.left + right;
+            text.box.top = wanted.top + down;
+            if (layout.place(text, gap))
+                return;
+        }
+    }
+}
+
 void placeLabels(TextLayout& layout, const OverlayFrame& frame, const host::DrawRecord& drawing,
                  const std::vector<float>& ranks)
 {
@@ -171,8 +189,12 @@ void placeLabels(TextLayout& layout, const OverlayFrame& frame, const host::Draw
     std::stable_sort(labels.begin(), labels.end(), [](const Label& a, const Label& b) {
         return a.rank > b.rank || (a.rank == b.rank && a.depth < b.depth);
     });
-    for (const Label& label : labels)
-        layout.place(label.placed, kLabelGap * frame.unit());
+    bool first = true;
+    for (Label& label : labels) {
+        if (!layout.place(label.placed, kLabelGap * frame.unit()) && first)
+            placeAside(layout, frame, label.placed);
+        first = false;
+    }
 }
 
 } // namespace

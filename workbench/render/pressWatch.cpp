@@ -13,6 +13,7 @@ void PressWatch::press(host::Session& session, int x, int y)
     pressX = x;
     pressY = y;
     projection = session.viewport().projection();
+    rich = session.selection().rich();
     seen.clear();
     for (const host::Ref<host::Node>& node : session.graph().nodes()) {
         host::DagNode* shape = node->asDag();

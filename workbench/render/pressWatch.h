@@ -2,6 +2,7 @@
 
 #include "graph/node.h"
 #include "nodes/geometry.h"
+#include "selection/selectionState.h"
 #include "view/viewport.h"
 
 #include <vector>
@@ -19,11 +20,12 @@ struct StrokePoint {
     float falloff;
 };
 
-/// Remembers how the view looked at the last press, so that the point that was pressed is still known when
-/// the stroke has moved it. A front end feeds it before the tool hears of the press.
+/// Remembers how the view looked at the last press, and what was selected with which falloff: a stroke moves
+/// points, and distances with them. A front end feeds it when the tool has heard of the press.
 class PressWatch {
 public:
     void press(host::Session& session, int x, int y);
+    const host::RichSelection& selection() const { return rich; }
     /// Which of the points was nearest to the pointer, of equally near ones the one in front; their number
     /// when none of them was there.
     std::size_t pressedOf(const std::vector<StrokePoint>& points) const;
@@ -37,6 +39,7 @@ private:
     const Seen* find(const host::DagNode* shape) const;
 
     std::vector<Seen> seen;
+    host::RichSelection rich;
     host::ViewProjection projection{};
     int pressX = 0, pressY = 0;
 };

@@ -23,6 +23,8 @@ void MaReader::read()
         if (first)
             readHead();
         first = false;
+        if (options.bytesRead)
+            *options.bytesRead = tokens.bytesRead();
         statement(words);
     }
     if (first)

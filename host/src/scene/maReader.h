@@ -5,6 +5,8 @@
 #include "scene/maTokenizer.h"
 #include "scene/sceneInfo.h"
 
+#include <atomic>
+#include <cstdint>
 #include <deque>
 #include <map>
 #include <memory>
@@ -27,6 +29,7 @@ struct MaReadOptions {
     /// scene and keep their values, taken names get numbers, the file's own units hold for its numbers only.
     bool import = false;
     std::string nameSpace; ///< put in front of the names of an imported file's nodes
+    std::atomic<std::uint64_t>* bytesRead = nullptr; ///< kept up to date for whoever watches, if given
 };
 
 /// Reads one Maya ASCII file into a graph, statement by statement as they come.

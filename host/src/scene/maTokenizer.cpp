@@ -39,6 +39,7 @@ bool MaTokenizer::fill()
     buffer.resize(size + chunk);
     stream.read(&buffer[size], static_cast<std::streamsize>(chunk));
     buffer.resize(size + static_cast<std::size_t>(stream.gcount()));
+    taken += static_cast<std::uint64_t>(stream.gcount());
     chunk = std::min(chunk * 4, kMostChunk);
     return buffer.size() > size;
 }

@@ -2,6 +2,7 @@
 
 #include "scene/maStatement.h"
 
+#include <cstdint>
 #include <deque>
 #include <iosfwd>
 #include <string>
@@ -21,6 +22,7 @@ public:
 
     const std::string& fileName() const { return file; }
     int currentLine() const { return line; }
+    std::uint64_t bytesRead() const { return taken; }
     /// The comment lines in front of the first statement.
     const std::vector<std::string>& headComments() const { return head; }
     /// The comment that stood last in the file so far ("// End of body.ma").
@@ -54,6 +56,7 @@ private:
     std::size_t used = 0;          ///< everything in front of it in the buffer is used up
     int line = 1;                  ///< of buffer[used]
     int wordLine = 1;              ///< while splitting
+    std::uint64_t taken = 0;       ///< from the stream
     bool started = false;          ///< a statement has been met
     std::vector<Extent> extents;   ///< of the words of the statement at hand
     std::deque<std::string> texts; ///< their own texts

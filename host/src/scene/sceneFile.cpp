@@ -40,13 +40,15 @@ void tellWarnings(Session& session, const std::string& path, const MaReader& rea
 
 } // namespace
 
-void openScene(Session& session, const std::string& path)
+void openScene(Session& session, const std::string& path, std::atomic<std::uint64_t>* bytesRead)
 {
     std::ifstream input = openForReading(path);
     const UndoQueue::Suspend suspend(session.undo());
     Graph& graph = session.graph();
     SceneInfo info;
-    MaReader reader(graph, info, input, path);
+    MaReadOptions options;
+    options.bytesRead = bytesRead;
+    MaReader reader(graph, info, input, path, options);
     std::unique_ptr<Graph::Contents> former = graph.takeContents();
     try {
         createDefaultNodes(graph);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <atomic>
+#include <cstdint>
 #include <string>
 
 namespace host {
@@ -12,7 +14,8 @@ class Session;
 /// None of it is undoable, as in Maya.
 
 /// Replaces the scene by that of a Maya ASCII file. Selection and undo queue are empty afterwards.
-void openScene(Session& session, const std::string& path);
+/// `bytesRead` tells another thread how far the reading has come.
+void openScene(Session& session, const std::string& path, std::atomic<std::uint64_t>* bytesRead = nullptr);
 
 /// Adds the nodes of a file to the scene, their names in the given namespace (empty = as they are; taken
 /// names get a number).

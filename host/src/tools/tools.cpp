@@ -187,9 +187,9 @@ void Tools::press(int x, int y, int button, Modifiers modifiers)
         Event& event = state->last;
         event = {pixel(x), pixel(y), button == 1 ? Event::kLeft : Event::kMiddle, 0};
         event.modifiers = (modifiers.shift ? Event::kShift : 0) | (modifiers.control ? Event::kControl : 0);
-        if (pressWatcher && event.button == Event::kLeft)
-            pressWatcher(event.x, event.y);
         route(Step::kPress, event);
+        if (pressWatcher && button == 1)
+            pressWatcher(pixel(x), pixel(y));
     }
     idleQueue->run();
 }

@@ -65,8 +65,8 @@ public:
     HeadsUpDisplays& headsUp() { return *displays; }
     IdleQueue& idle() { return *idleQueue; }
     SceneCallbacks& callbacks() { return *sceneCallbacks; }
-    /// Told of each press of the left button before the tool is: a front end may look at the view as it is
-    /// then.
+    /// Told of each press of the left button once the tool has been: a front end may look at the selection
+    /// and the view as they are before the drag.
     std::function<void(int x, int y)> pressWatcher;
     std::string helpText;                   ///< the current tool's help string (status line)
     std::string focusPanel = "modelPanel4"; ///< getPanel -withFocus
