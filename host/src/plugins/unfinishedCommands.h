@@ -1,10 +1,10 @@
 #pragma once
 
+#include <maya/MApiNamespace.h>
+
 #include <memory>
 #include <string>
 #include <vector>
-
-class MPxCommand;
 
 namespace host {
 
