@@ -1,11 +1,13 @@
 #include "mel.h"
 
+#include "report.h"
+
 #include <maya/MCommandResult.h>
 #include <maya/MGlobal.h>
 
-void runMel(const MString& command)
+MStatus runMel(const MString& command)
 {
-    MGlobal::executeCommand(command, false, false);
+    return MGlobal::executeCommand(command, false, false);
 }
 
 int queryMelInt(const MString& command)
@@ -28,11 +30,12 @@ void symmetrizeSelection()
 }
 
 UndoChunk::UndoChunk()
-{
-    MGlobal::executeCommand("undoInfo -openChunk -chunkName \"morvaneToolCmd\"", false, true);
-}
+    : open(MGlobal::executeCommand("undoInfo -openChunk -chunkName \"morvaneToolCmd\"", false, true))
+{}
 
 UndoChunk::~UndoChunk()
 {
-    MGlobal::executeCommand("undoInfo -closeChunk", false, true);
+    // Left open it would swallow everything that is done from here on.
+    if (open)
+        insist([] { return MGlobal::executeCommand("undoInfo -closeChunk", false, true); });
 }

@@ -2,10 +2,12 @@
 
 #include "common.h"
 
+#include <maya/MStatus.h>
+
 // The commands that the tool gives to the platform's script language.
 
-/// Runs a command without echo and off the undo queue; failures are the command's own affair.
-void runMel(const MString& command);
+/// Runs a command without echo and off the undo queue; it reports its failures itself.
+MStatus runMel(const MString& command);
 /// The same for a query with an integer result; 0 when there is none.
 int queryMelInt(const MString& command);
 /// Queues a command for the next idle moment, without echo.
@@ -20,4 +22,7 @@ public:
     ~UndoChunk();
     UndoChunk(const UndoChunk&) = delete;
     UndoChunk& operator=(const UndoChunk&) = delete;
+
+private:
+    bool open; ///< a chunk that never opened must not close another one
 };

@@ -316,12 +316,17 @@ morvaneContextCommand::~morvaneContextCommand() = default;
 
 void* morvaneContextCommand::creator()
 {
-    return new morvaneContextCommand;
+    morvaneContextCommand* command = nullptr;
+    guarded("Making the context command", [&command] {
+        command = new morvaneContextCommand;
+        return MStatus(MS::kSuccess);
+    });
+    return command;
 }
 
 MPxContext* morvaneContextCommand::makeObj()
 {
-    guarded([this] {
+    guarded("Making the tool", [this] {
         context = new morvaneContext;
         return MStatus(MS::kSuccess);
     });
@@ -330,7 +335,7 @@ MPxContext* morvaneContextCommand::makeObj()
 
 MStatus morvaneContextCommand::appendSyntax()
 {
-    return guarded([this] {
+    return guarded("Building the syntax", [this] {
         MSyntax flags = syntax();
         for (const Flag& flag : kFlags)
             flags.addFlag(flag.shortName, flag.longName, flag.type);
@@ -340,12 +345,12 @@ MStatus morvaneContextCommand::appendSyntax()
 
 MStatus morvaneContextCommand::doEditFlags()
 {
-    return guarded([this] { return editFlags(); });
+    return guarded("Editing the tool", [this] { return editFlags(); });
 }
 
 MStatus morvaneContextCommand::doQueryFlags()
 {
-    return guarded([this] { return queryFlags(); });
+    return guarded("Querying the tool", [this] { return queryFlags(); });
 }
 
 MStatus morvaneContextCommand::editFlags()

@@ -97,10 +97,11 @@ MStatus unload(MObject& plugin)
 
 MORVANE_ENTRY_POINT MStatus initializePlugin(MObject obj)
 {
-    return guarded([&obj] { return load(obj); });
+    return guarded(
+        "Loading", [&obj] { return load(obj); }, [&obj] { unload(obj); });
 }
 
 MORVANE_ENTRY_POINT MStatus uninitializePlugin(MObject obj)
 {
-    return guarded([&obj] { return unload(obj); });
+    return guarded("Unloading", [&obj] { return unload(obj); });
 }

@@ -17,8 +17,13 @@ MStatus apiError(const MStatus& status, const char* source, int line);
 /// it.
 void refuseObject(const MDagPath& path, const char* reason);
 
-/// Shows an exception that reached the platform's door as an error that names the tool.
-void reportException(const char* what);
+/// Ends the whole operation, with the text as its reason, where going on after a failed call would write
+/// weights to the wrong place.
+void require(const MStatus& status, const char* failure);
+
+/// Shows an exception that reached the platform's door as an error that names the tool and says what was
+/// being done. Takes what is being handled; throws nothing.
+void reportException(const char* doing) noexcept;
 
 // Reasons for refuseObject.
 constexpr const char* kNoSuchObject = "it is no longer there; nothing was written for it.";
@@ -36,17 +41,42 @@ constexpr const char* kSkinHasModes =
 constexpr const char* kNoLayers = "ngSkinTools2 is not loaded, and this mode edits its layers.";
 constexpr const char* kNoInfluence = "No influence has been chosen: name one with the flag -influence.";
 
+/// Runs what must happen whatever has failed before it: when it fails or throws it is tried once more, since
+/// memory may have become free.
+template <typename Action>
+bool insist(Action&& action) noexcept
+{
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        try {
+            if (action())
+                return true;
+        } catch (...) {
+            continue;
+        }
+    }
+    return false;
+}
+
 /// Runs the body of an operation that the platform calls. No exception may reach the platform: one becomes an
-/// error message and a failed status.
-template <typename Body>
-MStatus guarded(Body&& body)
+/// error message that says what was being done ("Pressing", "Undoing") and a failed status, and `takeBack`
+/// leaves the scene as it was.
+template <typename Body, typename TakeBack>
+MStatus guarded(const char* doing, Body&& body, TakeBack&& takeBack) noexcept
 {
     try {
         return body();
-    } catch (const std::exception& failure) {
-        reportException(failure.what());
     } catch (...) {
-        reportException("unknown failure");
+        insist([&takeBack] {
+            takeBack();
+            return true;
+        });
+        reportException(doing);
     }
     return MS::kFailure;
+}
+
+template <typename Body>
+MStatus guarded(const char* doing, Body&& body) noexcept
+{
+    return guarded(doing, body, [] {});
 }

@@ -1,12 +1,16 @@
 #include "helperFunctions/componentPoints.h"
 
 #include "helperFunctions/helperFunctions.h"
+#include "report.h"
 
 #include <maya/MFnDoubleIndexedComponent.h>
 #include <maya/MFnSingleIndexedComponent.h>
 #include <maya/MFnTripleIndexedComponent.h>
 
 namespace {
+
+const char* const kUnread = "selected points cannot be read";
+const char* const kUnmade = "points to write cannot be gathered";
 
 template <typename PositionAt>
 MIntArray picked(const std::vector<int>& indices, std::size_t count, const PositionAt& positionAt)
@@ -23,11 +27,11 @@ ComponentPoints::ComponentPoints(const MObject& component) : kind(pointKind(comp
 {
     MIntArray one, two, three;
     if (kind == MFn::kSurfaceCVComponent)
-        MFnDoubleIndexedComponent(component).getElements(one, two);
+        require(MFnDoubleIndexedComponent(component).getElements(one, two), kUnread);
     else if (kind == MFn::kLatticeComponent)
-        MFnTripleIndexedComponent(component).getElements(one, two, three);
+        require(MFnTripleIndexedComponent(component).getElements(one, two, three), kUnread);
     else if (kind != MFn::kInvalid)
-        MFnSingleIndexedComponent(component).getElements(one);
+        require(MFnSingleIndexedComponent(component).getElements(one), kUnread);
     first = toVector(one);
     second = toVector(two);
     third = toVector(three);
@@ -51,7 +55,7 @@ MObject ComponentPoints::make(std::size_t count, const PositionAt& positionAt) c
         MIntArray two = picked(second, count, positionAt);
         MFnDoubleIndexedComponent set;
         MObject component = set.create(kind);
-        set.addElements(one, two);
+        require(set.addElements(one, two), kUnmade);
         return component;
     }
     if (kind == MFn::kLatticeComponent) {
@@ -59,11 +63,11 @@ MObject ComponentPoints::make(std::size_t count, const PositionAt& positionAt) c
         MIntArray three = picked(third, count, positionAt);
         MFnTripleIndexedComponent set;
         MObject component = set.create(kind);
-        set.addElements(one, two, three);
+        require(set.addElements(one, two, three), kUnmade);
         return component;
     }
     MFnSingleIndexedComponent set;
     MObject component = set.create(kind);
-    set.addElements(one);
+    require(set.addElements(one), kUnmade);
     return component;
 }

@@ -1,5 +1,7 @@
 #include "helperFunctions/helperFunctions.h"
 
+#include "report.h"
+
 #include <maya/MFnSingleIndexedComponent.h>
 #include <maya/MItGeometry.h>
 
@@ -45,15 +47,20 @@ std::vector<int> vertexIndices(const MDagPath& path, const MObject& component)
     MItGeometry iterator(path, points, &status);
     if (!status)
         return indices;
-    for (; !iterator.isDone(); iterator.next())
-        indices.push_back(iterator.index());
+    for (; !iterator.isDone(); iterator.next()) {
+        indices.push_back(iterator.index(&status));
+        require(status, "a point does not tell its index");
+    }
     return indices;
 }
 
 std::vector<int> componentElements(const MObject& component)
 {
     MIntArray elements;
-    MFnSingleIndexedComponent(component).getElements(elements);
+    MStatus status;
+    const MFnSingleIndexedComponent points(component, &status);
+    if (status)
+        require(points.getElements(elements), "selected points cannot be read");
     return toVector(elements);
 }
 

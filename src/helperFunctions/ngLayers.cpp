@@ -1,10 +1,10 @@
 #include "helperFunctions/ngLayers.h"
 
 #include "helperFunctions/helperFunctions.h"
+#include "helperFunctions/layerList.h"
 #include "mel.h"
 #include "report.h"
 
-#include <cstdint>
 #include <limits>
 #include <maya/MCommandResult.h>
 #include <maya/MFnDependencyNode.h>
@@ -12,11 +12,11 @@
 #include <maya/MItGeometry.h>
 #include <maya/MPlug.h>
 #include <maya/MPlugArray.h>
-#include <nlohmann/json.hpp>
+#include <new>
 
 namespace {
 
-using nlohmann::json;
+using Field = LayerEntry::Field;
 
 /// Line numbers of the reports when reading values fails and when counting vertices fails.
 struct ReportLines {
@@ -38,40 +38,33 @@ MString layerCommand(int layerId, const MString& paintTarget)
     return MString("ngst2Layers") + " -id " + static_cast<double>(layerId) + " -paintTarget " + paintTarget;
 }
 
-json readLayerList(const MDagPath& shape)
+std::vector<LayerEntry> readLayerList(const MDagPath& shape)
 {
     MCommandResult result;
     MString text;
     if (!MGlobal::executeCommand(MString("ngst2Layers -q -ll ") + shape.fullPathName(), result, false, false))
         throw std::invalid_argument("the command failed");
     result.getResult(text);
-    json layers = json::parse(std::string(text.asUTF8()));
-    if (!layers.is_array())
-        throw std::invalid_argument("it is not an array");
-    for (const json& layer : layers) {
-        if (!layer.is_object())
-            throw std::invalid_argument("an entry is not an object");
-    }
-    return layers;
+    return readLayerEntries(text.asUTF8());
 }
 
-/// A layer's id. Conversion to a number alone would take fractions and cut off what does not fit.
-int idOf(const json& value)
+int idOf(const LayerEntry& layer)
 {
-    if (!value.is_number_integer())
+    if (layer.idField != LayerEntry::Field::kGood)
         throw std::invalid_argument("an id is not an integer");
-    const auto id = value.get<std::int64_t>();
-    if (id < std::numeric_limits<int>::min() || id > std::numeric_limits<int>::max())
+    if (layer.id < std::numeric_limits<int>::min() || layer.id > std::numeric_limits<int>::max())
         throw std::invalid_argument("an id is out of range");
-    return static_cast<int>(id);
+    return static_cast<int>(layer.id);
 }
 
 /// Runs a look-up on the layer list; whatever is wrong with the list becomes one error that names the shape.
 template <typename LookUp>
-auto onLayerList(const MDagPath& shape, LookUp&& lookUp) -> decltype(lookUp(json()))
+auto onLayerList(const MDagPath& shape, LookUp&& lookUp) -> decltype(lookUp(std::vector<LayerEntry>()))
 {
     try {
         return lookUp(readLayerList(shape));
+    } catch (const std::bad_alloc&) {
+        throw; // nothing is wrong with the list
     } catch (const std::exception& failure) {
         throw LayerListError(std::string("The ngSkinTools2 layer list of ") + shape.fullPathName().asChar() +
                              " cannot be read: " + failure.what());
@@ -102,7 +95,9 @@ MStatus readWeights(int layerId, const MString& paintTarget, MDoubleArray& weigh
     if (!status)
         return apiError(status, kHelperSource, lines.read);
     weights.clear();
-    result.getResult(weights);
+    // A layer without values gives no array; one that cannot be read is something else.
+    if (!result.getResult(weights) && result.resultType() == MCommandResult::kDoubleArray)
+        return apiError(MS::kFailure, kHelperSource, lines.read);
     if (weights.length() != 0)
         return checkCount(weights, shape);
     MCommandResult countResult;
@@ -118,20 +113,21 @@ MStatus readWeights(int layerId, const MString& paintTarget, MDoubleArray& weigh
 
 /// Makes a write command, in the text's own room, and runs it; `appendValues` appends the values list.
 template <typename Append>
-void runWrite(std::string& command, const MString& layer, const MDagPath& shape, Append&& appendValues)
+MStatus runWrite(std::string& command, const MString& layer, const MDagPath& shape, Append&& appendValues)
 {
     command = (layer + " -e" + " -vertexWeights \"").asChar();
     appendValues(command);
     command += "\" ";
     command += shape.fullPathName().asChar();
-    runMel(MString(command.data(), static_cast<int>(command.size())));
+    return runMel(MString(command.data(), static_cast<int>(command.size())));
 }
 
-void writeWeights(int layerId, const MString& paintTarget, const MDoubleArray& weights, const MDagPath& shape)
+MStatus writeWeights(int layerId, const MString& paintTarget, const MDoubleArray& weights,
+                     const MDagPath& shape)
 {
     std::string command;
-    runWrite(command, layerCommand(layerId, paintTarget), shape,
-             [&](std::string& text) { text += valuesText(toVector(weights)); });
+    return runWrite(command, layerCommand(layerId, paintTarget), shape,
+                    [&](std::string& text) { text += valuesText(toVector(weights)); });
 }
 
 } // namespace
@@ -156,12 +152,14 @@ bool hasNgData(MObject& skinCluster)
 unsigned int getLayerId(MDagPath shape, MString layerName)
 {
     const std::string wanted = layerName.asUTF8();
-    return onLayerList(shape, [&wanted](const json& layers) {
-        for (const json& layer : layers) {
-            const auto name = layer.find("name");
-            const auto id = layer.find("id");
-            if (name != layer.end() && id != layer.end() && name->get<std::string>() == wanted)
-                return static_cast<unsigned int>(idOf(*id));
+    return onLayerList(shape, [&wanted](const std::vector<LayerEntry>& layers) {
+        for (const LayerEntry& layer : layers) {
+            if (layer.nameField == Field::kMissing || layer.idField == Field::kMissing)
+                continue;
+            if (layer.nameField == Field::kWrong)
+                throw std::invalid_argument("a name is not a text");
+            if (layer.name == wanted)
+                return static_cast<unsigned int>(idOf(layer));
         }
         return kNotFound;
     });
@@ -169,15 +167,13 @@ unsigned int getLayerId(MDagPath shape, MString layerName)
 
 bool layerHasChildren(MDagPath shape, int layerId)
 {
-    return onLayerList(shape, [layerId](const json& layers) {
-        for (const json& layer : layers) {
-            const auto id = layer.find("id");
-            if (id == layer.end() || idOf(*id) != layerId)
+    return onLayerList(shape, [layerId](const std::vector<LayerEntry>& layers) {
+        for (const LayerEntry& layer : layers) {
+            if (layer.idField == Field::kMissing || idOf(layer) != layerId)
                 continue;
-            const json& children = layer.at("children");
-            if (!children.is_array())
+            if (layer.childrenField != Field::kGood)
                 throw std::invalid_argument("\"children\" is not an array");
-            return !children.empty();
+            return layer.hasChildren;
         }
         return false;
     });
@@ -199,20 +195,20 @@ MStatus getNgInfluenceWeights(int layerId, unsigned int influence, MDoubleArray&
     return readWeights(layerId, influenceTarget(influence), weights, shape, kInfluenceLines);
 }
 
-void setNgMaskWeights(int layerId, const MDoubleArray& weights, const MDagPath& shape)
+MStatus setNgMaskWeights(int layerId, const MDoubleArray& weights, const MDagPath& shape)
 {
-    writeWeights(layerId, kNgMaskTarget, weights, shape);
+    return writeWeights(layerId, kNgMaskTarget, weights, shape);
 }
 
-void setNgDqWeights(int layerId, const MDoubleArray& weights, const MDagPath& shape)
+MStatus setNgDqWeights(int layerId, const MDoubleArray& weights, const MDagPath& shape)
 {
-    writeWeights(layerId, kNgDqTarget, weights, shape);
+    return writeWeights(layerId, kNgDqTarget, weights, shape);
 }
 
-void setNgInfluenceWeights(int layerId, unsigned int influence, const MDoubleArray& weights,
-                           const MDagPath& shape)
+MStatus setNgInfluenceWeights(int layerId, unsigned int influence, const MDoubleArray& weights,
+                              const MDagPath& shape)
 {
-    writeWeights(layerId, influenceTarget(influence), weights, shape);
+    return writeWeights(layerId, influenceTarget(influence), weights, shape);
 }
 
 void setNgInfluenceWeights2(int layerId, unsigned int influence, const MIntArray& allInfluenceIds,
@@ -236,10 +232,10 @@ NgWeightsWriter::NgWeightsWriter(int layerId, unsigned int influence, const MDou
     : NgWeightsWriter(layerId, influenceTarget(influence), oldWeights, shape)
 {}
 
-void NgWeightsWriter::write(const std::vector<double>& weights)
+MStatus NgWeightsWriter::write(const std::vector<double>& weights)
 {
-    runWrite(command, layerCommand(layer, target), path,
-             [&](std::string& text) { texts.append(weights, text); });
+    return runWrite(command, layerCommand(layer, target), path,
+                    [&](std::string& text) { texts.append(weights, text); });
 }
 
 NgInfluenceWriter::NgInfluenceWriter(int layerId, unsigned int influence, const MIntArray& allInfluenceIds,
@@ -269,14 +265,20 @@ void NgInfluenceWriter::write(const std::vector<double>& newWeights, bool distri
     writeRow(edited, newWeights);
 }
 
-void NgInfluenceWriter::restore()
+MStatus NgInfluenceWriter::restore()
 {
-    for (int logical : table.logicalIndices)
-        writeRow(static_cast<std::size_t>(logical), table.rows[static_cast<std::size_t>(logical)]);
+    MStatus all;
+    for (int logical : table.logicalIndices) {
+        const auto row = static_cast<std::size_t>(logical);
+        const MStatus status = writeRow(row, table.rows[row]);
+        if (!status)
+            all = status;
+    }
+    return all;
 }
 
 /// Rows are addressed by their logical index, so that of the edited influence is its own too.
-void NgInfluenceWriter::writeRow(std::size_t row, const std::vector<double>& weights)
+MStatus NgInfluenceWriter::writeRow(std::size_t row, const std::vector<double>& weights)
 {
     std::unique_ptr<NgWeightsWriter>& writer = writers[row];
     if (writer == nullptr) {
@@ -284,5 +286,5 @@ void NgInfluenceWriter::writeRow(std::size_t row, const std::vector<double>& wei
         const MDoubleArray oldWeights(old.data(), static_cast<unsigned int>(old.size()));
         writer.reset(new NgWeightsWriter(layer, static_cast<unsigned int>(row), oldWeights, path));
     }
-    writer->write(weights);
+    return writer->write(weights);
 }

@@ -45,10 +45,10 @@ MStatus getNgInfluenceWeights(int layerId, unsigned int influence, MDoubleArray&
                               const MDagPath& shape);
 
 // Writing: a failing command leaves the layer as it was and is not reported here.
-void setNgMaskWeights(int layerId, const MDoubleArray& weights, const MDagPath& shape);
-void setNgDqWeights(int layerId, const MDoubleArray& weights, const MDagPath& shape);
-void setNgInfluenceWeights(int layerId, unsigned int influence, const MDoubleArray& weights,
-                           const MDagPath& shape);
+MStatus setNgMaskWeights(int layerId, const MDoubleArray& weights, const MDagPath& shape);
+MStatus setNgDqWeights(int layerId, const MDoubleArray& weights, const MDagPath& shape);
+MStatus setNgInfluenceWeights(int layerId, unsigned int influence, const MDoubleArray& weights,
+                              const MDagPath& shape);
 
 /// Writes one influence and the others after redistribution (see kernels/redistribution.h). `oldAllWeights`
 /// holds the weights of all influences before the edit and `allInfluenceIds` their logical indices; logical
@@ -68,7 +68,7 @@ public:
                     const MDagPath& shape);
 
     /// As many weights as there were.
-    void write(const std::vector<double>& weights);
+    MStatus write(const std::vector<double>& weights);
 
 private:
     int layer;
@@ -89,11 +89,11 @@ public:
     bool canWrite(std::size_t vertexCount) const;
     /// Needs canWrite. Every other influence in the order of the logical indices, the edited one last.
     void write(const std::vector<double>& newWeights, bool distribute);
-    /// Needs canWrite. Writes the old weights of all influences.
-    void restore();
+    /// Needs canWrite. Writes the old weights of all influences; tells whether all were written.
+    MStatus restore();
 
 private:
-    void writeRow(std::size_t row, const std::vector<double>& weights);
+    MStatus writeRow(std::size_t row, const std::vector<double>& weights);
 
     int layer;
     unsigned int edited;

@@ -1,5 +1,7 @@
 #include "helperFunctions/helperFunctions.h"
 
+#include "report.h"
+
 #include <maya/MDagPathArray.h>
 #include <maya/MFn.h>
 #include <maya/MFnDependencyNode.h>
@@ -76,8 +78,11 @@ MIntArray getAllLogicalIndices(const MObject& skinCluster)
     MDagPathArray influences;
     const unsigned int count = skin.influenceObjects(influences);
     MIntArray logical;
-    for (unsigned int physical = 0; physical < count; ++physical)
-        logical.append(static_cast<int>(skin.indexForInfluenceObject(influences[physical])));
+    for (unsigned int physical = 0; physical < count; ++physical) {
+        MStatus status;
+        logical.append(static_cast<int>(skin.indexForInfluenceObject(influences[physical], &status)));
+        require(status, "an influence does not tell its index");
+    }
     return logical;
 }
 

@@ -14,6 +14,8 @@
 
 namespace {
 
+const char* const kUnreadPoint = "a point to match cannot be read";
+
 /// The points of one item, before deformation: object-space positions and vertex indices, in component order.
 struct RestPoints {
     std::vector<Position> positions;
@@ -52,9 +54,11 @@ bool readRestPoints(const MObject& deformer, const MObjectArray& skinClusters, c
     if (!status)
         return false;
     for (; !iterator.isDone(); iterator.next()) {
-        const MPoint point = iterator.position(MSpace::kObject);
+        const MPoint point = iterator.position(MSpace::kObject, &status);
+        require(status, kUnreadPoint);
         points.positions.push_back({point.x, point.y, point.z});
-        points.ids.push_back(iterator.index());
+        points.ids.push_back(iterator.index(&status));
+        require(status, kUnreadPoint);
     }
     return true;
 }
@@ -116,17 +120,58 @@ private:
     std::vector<std::vector<int>> ids;
 };
 
+/// The analysis appends to the columns of the tool's own record and looks up the target anew. A copy needs
+/// them for itself, and the edit that may be under way gets them back when this goes.
+class KeptColumns {
+public:
+    explicit KeptColumns(EditRecord& editRecord)
+        : record(editRecord), influences(record.skinInfluenceIds), layers(record.ngLayerIds),
+          layerInfluences(record.ngInfluenceIds), allInfluences(record.allInfluenceLogicalIds),
+          target(record.targetIndex), deformer(record.activeDeformer)
+    {}
+    ~KeptColumns()
+    {
+        record.allInfluenceLogicalIds.swap(allInfluences);
+        record.targetIndex = target;
+        insist([this] {
+            record.skinInfluenceIds = influences;
+            record.ngLayerIds = layers;
+            record.ngInfluenceIds = layerInfluences;
+            record.activeDeformer = deformer;
+            return true;
+        });
+    }
+    KeptColumns(const KeptColumns&) = delete;
+    KeptColumns& operator=(const KeptColumns&) = delete;
+
+private:
+    EditRecord& record;
+    MIntArray influences, layers, layerInfluences;
+    std::vector<MIntArray> allInfluences;
+    unsigned int target;
+    MObject deformer;
+};
+
 } // namespace
 
 MStatus morvaneContext::copyWeights()
 {
     emptyCopyBuffer();
-    // The analysis appends to the columns of the tool's own record and looks up the target anew. A copy needs
-    // them for itself, and the edit that may be under way needs them back.
-    const MIntArray influences(skinInfluenceIds), layers(ngLayerIds), layerInfluences(ngInfluenceIds);
-    const std::vector<MIntArray> allInfluences(allInfluenceLogicalIds);
-    const unsigned int target = targetIndex;
-    const MObject deformer = activeDeformer;
+    try {
+        if (fillCopyBuffer())
+            return MS::kSuccess;
+    } catch (...) {
+        emptyCopyBuffer();
+        throw;
+    }
+    std::cerr << std::endl;
+    emptyCopyBuffer();
+    return MS::kFailure;
+}
+
+MStatus morvaneContext::fillCopyBuffer()
+{
+    const KeptColumns kept(*this);
     clearColumns();
     resolveStoredDeformer();
     explaining.wrongComponents.clear();
@@ -136,17 +181,8 @@ MStatus morvaneContext::copyWeights()
     const MStatus status = getWeights(copiedSel, rows, copiedInfluenceWeights, copiedBlendWeights,
                                       copiedWeights, copiedSkinClusters, copiedIndexArray, skinInfluenceIds,
                                       ngInfluenceIds, copiedNgWeights, copiedAllInfluenceNgWeights);
-    skinInfluenceIds = influences;
-    ngLayerIds = layers;
-    ngInfluenceIds = layerInfluences;
-    allInfluenceLogicalIds = allInfluences;
-    targetIndex = target;
-    activeDeformer = deformer;
-    if (!status) {
-        std::cerr << std::endl;
-        emptyCopyBuffer();
-        return MS::kFailure;
-    }
+    if (!status)
+        return status;
     for (unsigned int skin = 0; skin < copiedSkinClusters.length(); ++skin)
         copiedInfluenceNames.push_back(influenceNames(copiedSkinClusters[skin]));
     for (const SkinRowsRef& item : rows)
@@ -204,10 +240,13 @@ MStatus morvaneContext::pasteWeights()
     // A write that cannot be done reports so; with nothing written there is nothing to undo.
     if (anyAccepted)
         command->redoIt();
-    if (anyAccepted && verdict == PasteVerdict::kAccepted)
-        command->finalize();
-    else
-        command->empty();
+    // What cannot be undone must not stay.
+    const bool stays = anyAccepted && verdict == PasteVerdict::kAccepted && !command->wasTakenBack();
+    if (stays && command->finalize())
+        return MS::kSuccess;
+    if (stays)
+        command->undoIt();
+    command->empty();
     return MS::kSuccess;
 }
 

@@ -18,7 +18,11 @@ public:
     ProbeScope(WeightProbe& openProbe, double probeStep) : probe(openProbe), step(probeStep) {}
     ~ProbeScope()
     {
-        const MStatus status = probe.restore(step);
+        MStatus status;
+        insist([this, &status] {
+            status = probe.restore(step);
+            return status;
+        });
         if (!status)
             apiError(status, kContextSource, __LINE__);
     }

@@ -31,9 +31,9 @@ public:
     }
     ~BaseHandling()
     {
-        MGlobal::setActiveSelectionList(selection, MGlobal::kReplaceList);
-        MGlobal::setRichSelection(rich);
-        runMel("selectPref -clickDrag true");
+        insist([this] { return MGlobal::setActiveSelectionList(selection, MGlobal::kReplaceList); });
+        insist([this] { return MGlobal::setRichSelection(rich); });
+        insist([] { return runMel("selectPref -clickDrag true"); });
     }
     BaseHandling(const BaseHandling&) = delete;
     BaseHandling& operator=(const BaseHandling&) = delete;
@@ -55,25 +55,29 @@ void clearLabels(MHWRender::MUIDrawManager& drawManager)
 MStatus morvaneContext::doPress(MEvent& event, MHWRender::MUIDrawManager& drawManager,
                                 const MHWRender::MFrameContext& context)
 {
-    return guarded([&] { return pressed(event, drawManager, context); });
+    return guarded(
+        "Pressing", [&] { return pressed(event, drawManager, context); }, [this] { takeBackPress(); });
 }
 
 MStatus morvaneContext::doDrag(MEvent& event, MHWRender::MUIDrawManager& drawManager,
                                const MHWRender::MFrameContext& context)
 {
-    return guarded([&] { return dragged(event, drawManager, context); });
+    return guarded(
+        "Dragging", [&] { return dragged(event, drawManager, context); }, [this] { takeBackDrag(); });
 }
 
 MStatus morvaneContext::doRelease(MEvent& event, MHWRender::MUIDrawManager& drawManager,
                                   const MHWRender::MFrameContext& context)
 {
-    return guarded([&] { return released(event, drawManager, context); });
+    return guarded(
+        "Releasing", [&] { return released(event, drawManager, context); }, [this] { takeBackRelease(); });
 }
 
 MStatus morvaneContext::doPtrMoved(MEvent& event, MHWRender::MUIDrawManager& drawManager,
                                    const MHWRender::MFrameContext& context)
 {
-    return guarded([&] { return MPxContext::doPtrMoved(event, drawManager, context); });
+    return guarded("Following the mouse",
+                   [&] { return MPxContext::doPtrMoved(event, drawManager, context); });
 }
 
 MStatus morvaneContext::doPtrMoved(MEvent&)
@@ -174,8 +178,14 @@ MStatus morvaneContext::dragged(MEvent& event, MHWRender::MUIDrawManager& drawMa
     if (!status)
         return apiError(status, kContextSource, __LINE__);
     dragPoint = MPoint(x, y, 0, 1);
-    if (contextMode == kSculptMode)
-        return doDragSculpt(event, drawManager, context);
+    if (contextMode == kSculptMode) {
+        const MStatus drawn = doDragSculpt(event, drawManager, context);
+        if (drawn) {
+            completeOffset = offsetValue;
+            dragCompleted = strokeWritten;
+        }
+        return drawn;
+    }
     doDragSelect(event, drawManager, context);
     return MS::kSuccess;
 }
@@ -242,8 +252,9 @@ MStatus morvaneContext::releaseSculpt(MHWRender::MUIDrawManager* drawManager)
         toolCommand->setNewSel(selection);
         toolCommand->setSelectionChanged(true);
     }
-    // Not redone: the drag has written the weights.
-    finalizeCommand();
+    // Not redone: the drag has written the weights. What cannot be undone must not stay.
+    if (!finalizeCommand())
+        restorePressWeights();
     return MS::kSuccess;
 }
 
@@ -265,11 +276,14 @@ void morvaneContext::clearData()
     oldIndexArray.clear();
     richSel.clear();
     pressSelection.clear();
+    pressSelectionKnown = false;
     pickList.clear();
     oldNgWeights.clear();
     oldAllInfluenceNgWeight.clear();
     liveObjects.clear();
     strokeWritten = false;
+    completeOffset = 0.0;
+    dragCompleted = false;
     contextMode = kSelectMode;
 }
 
@@ -288,11 +302,13 @@ morvaneToolCommand* morvaneContext::makeToolCommand()
     return static_cast<morvaneToolCommand*>(newToolCommand());
 }
 
-void morvaneContext::finalizeCommand()
+MStatus morvaneContext::finalizeCommand()
 {
     // Owned by the undo queue from here on; one that it refuses stays ours to empty.
-    if (toolCommand->finalize())
+    const MStatus status = toolCommand->finalize();
+    if (status)
         toolCommand = nullptr;
+    return status;
 }
 
 void morvaneContext::discardCommand()

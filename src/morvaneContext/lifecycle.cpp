@@ -52,12 +52,15 @@ morvaneContext::~morvaneContext() = default;
 
 void morvaneContext::getClassName(MString& name) const
 {
-    name = "morvane";
+    guarded("Naming the tool", [&name] {
+        name = "morvane";
+        return MStatus(MS::kSuccess);
+    });
 }
 
 void morvaneContext::toolOnSetup(MEvent&)
 {
-    guarded([this] {
+    guarded("Switching the tool on", [this] {
         setImage("morvane.xpm", MPxContext::kImage1);
         MGlobal::executeCommand("selectPref -q -clickDrag", clickDragPref, false, false);
         runMel("selectPref -clickDrag true");
@@ -76,10 +79,14 @@ void morvaneContext::toolOnSetup(MEvent&)
 
 void morvaneContext::toolOffCleanup()
 {
-    guarded([this] {
+    // Whatever becomes of the stroke, people get their hot keys back.
+    guarded("Recording the stroke", [this] {
         if (!pluginUnloading)
             endStroke();
-        isCurrent = false;
+        return MStatus(MS::kSuccess);
+    });
+    isCurrent = false;
+    guarded("Switching the tool off", [this] {
         runMelOnIdle(clickDragPref != 0 ? "selectPref -clickDrag true" : "selectPref -clickDrag false");
         cleanupCustomHotkeys();
         cleanupHUD();
@@ -153,7 +160,7 @@ void morvaneContext::removeMayaClosedCallback()
 
 void morvaneContext::mayaClosedFunc(void*)
 {
-    guarded([] {
+    guarded("Cleaning up", [] {
         MMessage::removeCallback(mayaClosedCallback);
         if (queryMelInt("hotkeySet -q -exists \"morvaneTemp\"") != 0)
             runMel("hotkeySet -e -delete \"morvaneTemp\"");

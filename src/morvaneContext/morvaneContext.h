@@ -158,10 +158,16 @@ private:
     MStatus getContextMode(MEvent& event, MHWRender::MUIDrawManager& drawManager,
                            const MHWRender::MFrameContext& context);
     morvaneToolCommand* makeToolCommand();
-    /// The command goes onto the undo queue, whose it is from then on.
-    void finalizeCommand();
+    /// Hands the command over to the undo queue; it stays the tool's when that fails.
+    MStatus finalizeCommand();
     /// Nothing is recorded: the command of the press lets go of what it holds.
     void discardCommand();
+
+    // recovery.cpp: after an event that has thrown, the scene is as the last complete one left it.
+    void takeBackPress();
+    void takeBackDrag();
+    void takeBackRelease();
+    void restorePressSelection();
 
     // selecting.cpp
     /// Notes the selection of the press and what lies under the cursor; false when there is no selection to
@@ -238,6 +244,7 @@ private:
     MStatus getOldWeights();
 
     // copyPaste.cpp
+    MStatus fillCopyBuffer();
     MStatus passToToolCommand(morvaneToolCommand* command);
     void emptyCopyBuffer();
     PasteVerdict fillPasteArrays(PasteRecord& pasted);
@@ -297,6 +304,9 @@ private:
     bool selectionChanged = false;
     std::vector<std::unique_ptr<LiveObject>> liveObjects; ///< per object of validSel; null for a refused one
     bool strokeWritten = false;                           ///< a drag of this press has written weights
+    double completeOffset = 0.0;                          ///< of the last drag event that was completed
+    bool dragCompleted = false;                           ///< and whether there was one that wrote
+    bool pressSelectionKnown = false;                     ///< pressSelection is what was selected
 
     Explaining explaining;
     bool helpShowsReason = false;

@@ -55,6 +55,7 @@ bool morvaneContext::pickAtPress()
         std::cerr << "bad active selection" << std::endl;
         return false;
     }
+    pressSelectionKnown = true;
     toolCommand->setOldSel(pressSelection);
     toolCommand->setOldRichSel();
     gatherPickList();
@@ -134,6 +135,6 @@ void morvaneContext::recordSelection()
     const UndoChunk chunk;
     toolCommand->describe("select");
     toolCommand->redoIt();
-    finalizeCommand();
-    symmetrizeSelection();
+    if (!toolCommand->wasTakenBack() && finalizeCommand())
+        symmetrizeSelection();
 }

@@ -1,6 +1,7 @@
 // From the selection in the scene to the objects, points and falloffs of an edit.
 #include "helperFunctions/helperFunctions.h"
 #include "morvaneContext/morvaneContext.h"
+#include "report.h"
 #include "weightModes/modeTable.h"
 
 #include <algorithm>
@@ -13,6 +14,9 @@
 #include <maya/MWeight.h>
 
 namespace {
+
+const char* const kNoComponent = "the points to edit cannot be gathered";
+const char* const kNotSelected = "the objects to edit cannot be gathered";
 
 /// What a selected component and one member component of the deformer have in common. `falloff` is appended
 /// to. Null when nothing.
@@ -53,7 +57,7 @@ MObject united(const EditedObject& first, const MObject& second, MFloatArray& fa
         elements.append(point.first);
         falloffs.append(point.second);
     }
-    set.addElements(elements);
+    require(set.addElements(elements), kNoComponent);
     return component;
 }
 
@@ -72,12 +76,13 @@ bool uniteWithItemOnShape(const EditedObject& selected, MSelectionList& objects,
         EditedObject object;
         findEditedObject(objects, index, object);
         if (index != static_cast<unsigned int>(place)) {
-            rebuilt.add(object.path, object.component, false);
+            require(rebuilt.add(object.path, object.component, false), kNotSelected);
             continue;
         }
         if (object.component.apiType() != selected.component.apiType())
             return false;
-        rebuilt.add(object.path, united(object, selected.component, falloffs[index]), false);
+        require(rebuilt.add(object.path, united(object, selected.component, falloffs[index]), false),
+                kNotSelected);
     }
     objects = rebuilt;
     return true;
@@ -108,7 +113,7 @@ MObject commonSingle(const MObject& selected, const MObject& member, MFloatArray
         return MObject();
     MFnSingleIndexedComponent set;
     MObject component = set.create(kind);
-    set.addElements(common);
+    require(set.addElements(common), kNoComponent);
     return component;
 }
 
@@ -144,7 +149,7 @@ MObject commonLattice(const MObject& selected, const MObject& member, MFloatArra
         const auto match = firstPositions.find(point);
         if (match == firstPositions.end())
             continue;
-        set.addElement(point[0], point[1], point[2]);
+        require(set.addElement(point[0], point[1], point[2]), kNoComponent);
         falloff.append(falloffAt(weights, match->second));
         found = true;
     }
@@ -198,7 +203,7 @@ void morvaneContext::analyzeSel(MSelectionList sel, MSelectionList& selectedObje
             const MObject common = commonPoints(selected.component, member.component, falloff);
             if (common.isNull())
                 continue;
-            selectedObjects.add(selected.path, common, false);
+            require(selectedObjects.add(selected.path, common, false), kNotSelected);
             falloffs.push_back(falloff);
         }
     }
@@ -228,7 +233,7 @@ void morvaneContext::analyzeSelSkin(MSelectionList sel, MSelectionList& selected
             continue;
         }
         skinClusters.append(skinCluster);
-        selectedObjects.add(selected.path, selected.component, false);
+        require(selectedObjects.add(selected.path, selected.component, false), kNotSelected);
         // Always the tool's own column, whichever the caller passed: a copy's falloff lands here too.
         softSelectWeights.push_back(falloffsOf(selected.component));
     }

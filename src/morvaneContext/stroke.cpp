@@ -80,7 +80,7 @@ void morvaneContext::restorePressWeights()
 {
     for (const std::unique_ptr<LiveObject>& live : liveObjects) {
         if (live != nullptr)
-            live->restore();
+            insist([&live] { return live->restore(); });
     }
 }
 
@@ -89,7 +89,7 @@ void morvaneContext::settleStroke()
 {
     for (const std::unique_ptr<LiveObject>& live : liveObjects) {
         if (live != nullptr)
-            live->settle();
+            insist([&live] { return live->settle(); });
     }
 }
 

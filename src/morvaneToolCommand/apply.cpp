@@ -39,12 +39,19 @@ MStatus forEachObject(const MSelectionList& selection, Visit&& visit)
 
 MStatus morvaneToolCommand::redoIt()
 {
-    return guarded([this] { return redo(); });
+    takenBack = false;
+    return guarded(
+        "Redoing", [this] { return redo(); },
+        [this] {
+            takenBack = true;
+            undo();
+        });
 }
 
 MStatus morvaneToolCommand::undoIt()
 {
-    return guarded([this] { return undo(); });
+    return guarded(
+        "Undoing", [this] { return undo(); }, [this] { redo(); });
 }
 
 MStatus morvaneToolCommand::redo()

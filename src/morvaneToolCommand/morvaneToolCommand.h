@@ -34,6 +34,8 @@ public:
     MStatus undoIt() override;
     /// Writes the state that the command stands for. The first failing checked write ends it.
     MStatus redoIt() override;
+    /// Whether the last redo has thrown: what it had written by then is undone again.
+    bool wasTakenBack() const { return takenBack; }
     bool isUndoable() const override { return true; }
     bool hasSyntax() const override { return true; }
     MStatus finalize() override;
@@ -100,4 +102,5 @@ private:
     MRichSelection newRichSel;
     bool selectionChanged = false;
     bool ngSculptEnabled = true;
+    bool takenBack = false;
 };

@@ -19,7 +19,12 @@ morvaneToolCommand::~morvaneToolCommand() = default;
 
 void* morvaneToolCommand::creator()
 {
-    return new morvaneToolCommand;
+    morvaneToolCommand* command = nullptr;
+    guarded("Making an undo step", [&command] {
+        command = new morvaneToolCommand;
+        return MStatus(MS::kSuccess);
+    });
+    return command;
 }
 
 MSyntax morvaneToolCommand::appendSyntax()
@@ -34,7 +39,7 @@ MStatus morvaneToolCommand::doIt(const MArgList&)
 
 MStatus morvaneToolCommand::finalize()
 {
-    return guarded([this] {
+    return guarded("Recording an undo step", [this] {
         MArgList journal;
         journal.addArg(MString(kName));
         return doFinalize(journal);

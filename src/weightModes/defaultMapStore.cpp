@@ -40,7 +40,7 @@ protected:
         const MStatus status = filter.setWeight(path, component, values);
         return status ? status : apiError(status, kContextSource, __LINE__);
     }
-    void writeOldValues() override { filter.setWeight(path, component, values); }
+    MStatus writeOldValues() override { return filter.setWeight(path, component, values); }
 
 private:
     MFnWeightGeometryFilter filter;

@@ -37,7 +37,7 @@ protected:
         const MStatus status = skin.setBlendWeights(path, component, values);
         return status ? status : apiError(status, kContextSource, __LINE__);
     }
-    void writeOldValues() override { skin.setBlendWeights(path, component, values); }
+    MStatus writeOldValues() override { return skin.setBlendWeights(path, component, values); }
 
 private:
     MFnSkinCluster skin;

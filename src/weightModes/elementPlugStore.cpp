@@ -19,7 +19,10 @@ const char* const kNoBlendShape = "The current deformer is not a blendShape";
 MStatus refreshWrite(const MPlug& array)
 {
     MPlug first = array.elementByLogicalIndex(0);
-    return first.setFloat(first.asFloat());
+    MStatus status;
+    const float weight = first.asFloat(&status);
+    // What was not read must not be written: it may be the weight of a point that nobody selected.
+    return status ? first.setFloat(weight) : status;
 }
 
 MStatus setElement(const MPlug& array, int vertex, float weight)
@@ -29,9 +32,8 @@ MStatus setElement(const MPlug& array, int vertex, float weight)
 
 class ElementProbe : public WeightProbe {
 public:
-    ElementProbe(const MPlug& weightsArray, int vertexIndex)
-        : array(weightsArray), vertex(vertexIndex),
-          before(array.elementByLogicalIndex(static_cast<unsigned int>(vertexIndex)).asFloat())
+    ElementProbe(const MPlug& weightsArray, int vertexIndex, float weight)
+        : array(weightsArray), vertex(vertexIndex), before(weight)
     {}
     MStatus writeLow(double step) override { return write(static_cast<double>(before) - step); }
     MStatus writeHigh(double step) override { return write(static_cast<double>(before) + step); }
@@ -49,12 +51,17 @@ private:
     float before;
 };
 
-/// Not checked: a locked or connected element does not keep the others from being written.
-void setElements(const MPlug& array, const std::vector<int>& vertices, const MFloatArray& weights)
+/// A locked or connected element does not keep the others from being written. Tells whether all were.
+MStatus setElements(const MPlug& array, const std::vector<int>& vertices, const MFloatArray& weights)
 {
-    for (std::size_t point = 0; point < vertices.size(); ++point)
-        setElement(array, vertices[point], weights[static_cast<unsigned int>(point)]);
+    MStatus all;
+    for (std::size_t point = 0; point < vertices.size(); ++point) {
+        const MStatus status = setElement(array, vertices[point], weights[static_cast<unsigned int>(point)]);
+        if (!status)
+            all = status;
+    }
     refreshWrite(array);
+    return all;
 }
 
 class ElementLive : public FloatLive {
@@ -77,7 +84,7 @@ protected:
         const MStatus status = refreshWrite(array);
         return status ? status : apiError(status, kContextSource, __LINE__);
     }
-    void writeOldValues() override { setElements(array, vertices, values); }
+    MStatus writeOldValues() override { return setElements(array, vertices, values); }
 
 private:
     MPlug array;
@@ -197,8 +204,12 @@ MStatus ElementPlugStore::read(const WeightReading& reading) const
         if (status) {
             const std::vector<int> vertices = vertexIndices(object.path, object.component);
             values.reserve(vertices.size());
-            for (int vertex : vertices)
-                values.push_back(array.elementByLogicalIndex(static_cast<unsigned int>(vertex)).asFloat());
+            for (int vertex : vertices) {
+                const MPlug element = array.elementByLogicalIndex(static_cast<unsigned int>(vertex));
+                values.push_back(element.asFloat(&status));
+                // Undo would put back what was never there.
+                require(status, "a weight cannot be read");
+            }
         }
         reading.weights[index] = MFloatArray(values.data(), static_cast<unsigned int>(values.size()));
     }
@@ -227,11 +238,14 @@ std::unique_ptr<WeightProbe> ElementPlugStore::openProbe(const EditRecord& recor
         return nullptr;
     }
     const MPlug array = weightsArray(record, point.path, status);
+    float weight = 0.0F;
+    if (status)
+        weight = array.elementByLogicalIndex(static_cast<unsigned int>(point.vertex)).asFloat(&status);
     if (!status) {
         apiError(status, kContextSource, __LINE__);
         return nullptr;
     }
-    return std::make_unique<ElementProbe>(array, point.vertex);
+    return std::make_unique<ElementProbe>(array, point.vertex, weight);
 }
 
 std::unique_ptr<LiveObject> ElementPlugStore::openLive(const EditRecord& record,
@@ -246,8 +260,10 @@ std::unique_ptr<LiveObject> ElementPlugStore::openLive(const EditRecord& record,
     if (!hasColumns(record, object))
         return nullptr;
     std::vector<int> vertices = vertexIndices(object.path, object.component);
-    if (!fitsFalloff(record, object, vertices.size()))
+    if (vertices.size() != record.oldWeights[object.index].length()) {
+        refuseObject(object.path, kUnequalArrays);
         return nullptr;
+    }
     return std::make_unique<ElementLive>(record, object, array, std::move(vertices));
 }
 

@@ -23,10 +23,14 @@ public:
     MStatus writeHigh(double step) override { return write(step); }
     MStatus restore(double) override
     {
-        for (unsigned int influence = 0; influence < old.size(); ++influence)
-            setNgInfluenceWeights(layerId, static_cast<unsigned int>(logical[influence]), old[influence],
-                                  path);
-        return MS::kSuccess;
+        MStatus all;
+        for (unsigned int influence = 0; influence < old.size(); ++influence) {
+            const MStatus status = setNgInfluenceWeights(
+                layerId, static_cast<unsigned int>(logical[influence]), old[influence], path);
+            if (!status)
+                all = status;
+        }
+        return all;
     }
 
 private:
@@ -34,8 +38,7 @@ private:
     {
         std::vector<double> nudged = toVector(old[physical]);
         nudged[vertex] += nudge;
-        writer.write(nudged);
-        return MS::kSuccess;
+        return writer.write(nudged);
     }
 
     int layerId;
@@ -60,7 +63,7 @@ public:
         writer.write(weights.offsetBy(offset), settings.distributeWeightsNg);
         return MS::kSuccess;
     }
-    void restore() override { writer.restore(); }
+    MStatus restore() override { return writer.restore(); }
 
 private:
     const EditRecord& settings; ///< whether to distribute may change while the mouse is down
@@ -316,8 +319,10 @@ void NgInfluenceStore::undoPaste(const EditRecord& record, const EditedObject& o
         if ((influence + 1) * vertices > blocks.size())
             return;
         const MDoubleArray slice(blocks.data() + influence * vertices, static_cast<unsigned int>(vertices));
-        setNgInfluenceWeights(record.ngLayerIds[index], skin.indexForInfluenceObject(influences[influence]),
-                              slice, object.path);
+        MStatus status;
+        const unsigned int logical = skin.indexForInfluenceObject(influences[influence], &status);
+        if (status)
+            setNgInfluenceWeights(record.ngLayerIds[index], logical, slice, object.path);
     }
 }
 

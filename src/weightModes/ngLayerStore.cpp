@@ -12,7 +12,7 @@ namespace {
 struct LayerRow {
     const char* paintTarget;
     MStatus (*read)(int layerId, MDoubleArray& weights, const MDagPath& shape);
-    void (*write)(int layerId, const MDoubleArray& weights, const MDagPath& shape);
+    MStatus (*write)(int layerId, const MDoubleArray& weights, const MDagPath& shape);
     int reportLine;            ///< of a failing read
     bool groupsCarryNoWeights; ///< a layer with child layers cannot be edited
 };
@@ -34,8 +34,7 @@ private:
         std::vector<double> nudged(old);
         if (nudge != 0.0)
             nudged[vertex] += nudge;
-        writer.write(nudged);
-        return MS::kSuccess;
+        return writer.write(nudged);
     }
 
     NgWeightsWriter writer;
@@ -55,7 +54,7 @@ public:
         writer.write(weights.offsetBy(offset));
         return MS::kSuccess;
     }
-    void restore() override { writer.write(weights.oldWeights()); }
+    MStatus restore() override { return writer.write(weights.oldWeights()); }
 
 private:
     NgWeightsWriter writer;

@@ -32,17 +32,17 @@ public:
         offsetLive(old.data(), soft.data(), old.size(), offset, liveClampsOf(settings), dataOf(values));
         return writeValues();
     }
-    void restore() override
+    MStatus restore() override
     {
         values = Array(old.data(), static_cast<unsigned int>(old.size()));
-        writeOldValues();
+        return writeOldValues();
     }
 
 protected:
     /// Writes `values`; reports and returns a failure.
     virtual MStatus writeValues() = 0;
     /// Writes `values`, which are those of the press, as far as they can be written.
-    virtual void writeOldValues() = 0;
+    virtual MStatus writeOldValues() = 0;
 
     MDagPath path;
     MObject component;

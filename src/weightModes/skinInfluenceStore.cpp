@@ -25,7 +25,8 @@ public:
     {
         unsigned int influenceCount = 0;
         MStatus status = skin.getWeights(path, component, before, influenceCount);
-        if (status && !(static_cast<unsigned int>(edited[0]) < before.length()))
+        if (status &&
+            (before.length() != all.length() || static_cast<unsigned int>(edited[0]) >= before.length()))
             status = MS::kFailure;
         return status;
     }
@@ -98,9 +99,11 @@ public:
         // The first event found the rows as they were at the press.
         if (writes < 2)
             return MS::kSuccess;
-        writes = 1;
-        const MStatus status = pressRows().writeAll();
-        return status ? writeValues() : apiError(status, kContextSource, __LINE__);
+        MStatus status = pressRows().writeAll();
+        status = status ? writeValues() : apiError(status, kContextSource, __LINE__);
+        if (status)
+            writes = 1;
+        return status;
     }
 
 protected:
@@ -109,10 +112,10 @@ protected:
         const MStatus status = skin.setWeights(path, component, influence, values, true);
         return status ? status : apiError(status, kContextSource, __LINE__);
     }
-    void writeOldValues() override
+    MStatus writeOldValues() override
     {
-        pressRows().writeAll();
         writes = 0;
+        return pressRows().writeAll();
     }
 
 private:

@@ -87,6 +87,7 @@ void SkinRowsWriter::plan(unsigned int edited)
 
 MStatus SkinRowsWriter::writeAll()
 {
+    forgetGathered();
     rows->forEachPoint(
         [this](std::size_t point, std::uint32_t set, const double* row) { gather(point, set, row); });
     return writeGathered();
@@ -94,11 +95,22 @@ MStatus SkinRowsWriter::writeAll()
 
 MStatus SkinRowsWriter::writeMarked(const std::vector<char>& marked)
 {
+    forgetGathered();
     rows->forEachPoint([&](std::size_t point, std::uint32_t set, const double* row) {
         if (marked[point] != 0)
             gather(point, set, row);
     });
     return writeGathered();
+}
+
+/// What a write that has thrown may have left.
+void SkinRowsWriter::forgetGathered()
+{
+    status = MS::kSuccess;
+    for (Call& call : calls) {
+        call.points.clear();
+        call.values.clear();
+    }
 }
 
 void SkinRowsWriter::gather(std::size_t point, std::uint32_t set, const double* row)

@@ -34,6 +34,7 @@ private:
     void plan(unsigned int edited);
     std::vector<std::uint32_t> sortedSets() const;
     Columns listedFor(std::uint32_t set, unsigned int edited) const;
+    void forgetGathered();
     void gather(std::size_t point, std::uint32_t set, const double* row);
     MStatus writeGathered();
     void write(Call& call);

@@ -22,7 +22,7 @@ public:
     }
     MStatus restore(double step) override
     {
-        return write(steppedUp ? static_cast<double>(value) - step : static_cast<double>(first));
+        return writeValue(steppedUp ? static_cast<Weight>(static_cast<double>(value) - step) : first);
     }
 
 protected:

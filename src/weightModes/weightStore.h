@@ -77,8 +77,8 @@ struct ClickedPoint {
     int vertex;        ///< its index in the shape, as the geometry iterator tells it
 };
 
-/// Nudges one point's weight. Owned by one press; restore() is called exactly once, whatever failed before
-/// it.
+/// Nudges one point's weight. Owned by one press; restore() is called in the end, whatever failed before it,
+/// and again if it fails.
 class WeightProbe {
 public:
     virtual ~WeightProbe() = default;
@@ -100,9 +100,9 @@ public:
     virtual void newWeights(double offset, double* values) const = 0;
     /// Writes them into the scene; a failure is reported here and returned.
     virtual MStatus write(double offset) = 0;
-    /// Puts back what was stored at the press, without clamping or normalising it. Not checked: what cannot
-    /// be written does not keep the rest from being restored.
-    virtual void restore() = 0;
+    /// Puts back what was stored at the press, without clamping or normalising it: as much of it as can be
+    /// written. Tells whether that was all.
+    virtual MStatus restore() = 0;
     /// At the end of a stroke: leaves the weights that a redo gives, to the last bit, whatever drags there
     /// were on the way.
     virtual MStatus settle() { return MS::kSuccess; }

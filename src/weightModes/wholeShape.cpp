@@ -26,13 +26,14 @@ WholeShapeWeights::WholeShapeWeights(const EditRecord& record, const EditedObjec
                                      const MDoubleArray& oldWeights)
     : path(object.path), old(toVector(oldWeights)), elements(componentElements(object.component)), values(old)
 {
+    hasAllElements = !elements.empty() || object.component.isNull();
     if (object.index < record.softSelectWeights.size())
         soft = toVector(record.softSelectWeights[object.index]);
 }
 
 bool WholeShapeWeights::isUsable() const
 {
-    bool usable = elements.size() <= soft.size();
+    bool usable = elements.size() <= soft.size() && hasAllElements;
     for (int element : elements)
         usable = usable && element >= 0 && static_cast<std::size_t>(element) < old.size();
     if (!usable)

@@ -30,6 +30,7 @@ private:
     MDagPath path;
     std::vector<double> old;
     std::vector<int> elements;
+    bool hasAllElements = true; ///< false when a component did not tell its own
     std::vector<float> soft;
     std::vector<double> values;
 };

@@ -1,3 +1,4 @@
+#include "messages.h"
 #include "session.h"
 #include "tools/contextCommands.h"
 #include "tools/toolApi.h"
@@ -9,6 +10,7 @@
 #include <maya/MPxContext.h>
 #include <maya/MPxToolCommand.h>
 
+#include <exception>
 #include <string>
 
 namespace host {
@@ -139,5 +141,10 @@ MStatus MPxContext::setTitleString(const MString& str)
 MPxToolCommand* MPxContext::newToolCommand()
 {
     host::Session* session = host::Session::currentOrNull();
-    return session ? session->tools().contextCommands().newToolCommand(state->command) : nullptr;
+    try {
+        return session ? session->tools().contextCommands().newToolCommand(state->command) : nullptr;
+    } catch (const std::exception& problem) {
+        session->messages().error(problem.what());
+        return nullptr;
+    }
 }

@@ -59,11 +59,11 @@ const MessageRow kRows[] = {
     {"ListThatIsNoJson", "brokenList", kMask, {}, "[json.exception.parse_error.101]", false},
     {"ListThatIsNoArray", "listIsObject", kMask, {}, "it is not an array"},
     {"ListOfNumbers", "listOfNumbers", kDual, {}, "an entry is not an object"},
-    {"NameThatIsNoText", "nameIsNumber", kMask, {}, "[json.exception.type_error.302]", false},
+    {"NameThatIsNoText", "nameIsNumber", kMask, {}, "a name is not a text", false},
     {"IdThatIsText", "idIsText", kMask, {}, "an id is not an integer"},
     {"IdThatIsAFraction", "idIsFraction", kInfluence, {}, "an id is not an integer"},
     {"IdThatIsHuge", "idIsHuge", kMask, {}, "an id is out of range"},
-    {"LayerWithoutChildren", "noChildren", kDual, {}, "[json.exception.out_of_range.403]", false},
+    {"LayerWithoutChildren", "noChildren", kDual, {}, "\"children\" is not an array", false},
     {"ChildrenThatAreText", "childrenIsText", kInfluence, {}, "\"children\" is not an array"},
 };
 
