@@ -9,6 +9,7 @@
 #include "types/error.h"
 #include "undo/undoQueue.h"
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <iostream>
@@ -53,6 +54,20 @@ struct Outcome {
     std::size_t undoCount;
 };
 
+/// The last digits of a skin's rows depend on the drag events before, until the release settles them.
+bool near(double a, double b)
+{
+    return std::fabs(a - b) <= 1e-12;
+}
+
+bool same(const State& a, const State& b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), [](const auto& one, const auto& two) {
+        return one.first == two.first &&
+               std::equal(one.second.begin(), one.second.end(), two.second.begin(), two.second.end(), near);
+    });
+}
+
 using Outcomes = std::vector<Outcome>;
 
 class Boundary : public HistoryScene, public ::testing::WithParamInterface<std::tuple<ModeRow, FaultKind>> {
@@ -92,7 +107,7 @@ public:
         mel("undo");
         undone = state();
         mel("redo");
-        EXPECT_TRUE(state() == full);
+        EXPECT_TRUE(same(state(), full));
         begin();
         unrecorded(std::string("select ") + kPasted);
         edit("-paste true");
@@ -165,13 +180,13 @@ public:
     {
         const State now = state();
         for (const Outcome& outcome : outcomes)
-            if (now == outcome.state && session.undo().undoCount() == outcome.undoCount)
+            if (same(now, outcome.state) && session.undo().undoCount() == outcome.undoCount)
                 return;
         for (const auto& [array, numbers] : now)
             for (std::size_t index = 0; index < numbers.size(); ++index) {
                 bool known = false;
                 for (const Outcome& outcome : outcomes)
-                    known = known || outcome.state.at(array)[index] == numbers[index];
+                    known = known || near(outcome.state.at(array)[index], numbers[index]);
                 ASSERT_TRUE(std::isfinite(numbers[index])) << array << " at " << index;
                 ASSERT_TRUE(known) << array << " at " << index << " is " << numbers[index];
             }
@@ -184,13 +199,13 @@ public:
         press(from);
         drag(at(0.5));
         drag(at(1));
-        EXPECT_TRUE(state() == full) << "stroke";
+        EXPECT_TRUE(same(state(), full)) << "stroke";
         release(at(1));
         EXPECT_EQ(session.undo().undoCount(), 1u) << "stroke";
         mel("undo");
-        EXPECT_TRUE(state() == undone) << "undo";
+        EXPECT_TRUE(same(state(), undone)) << "undo";
         mel("redo");
-        EXPECT_TRUE(state() == full) << "redo";
+        EXPECT_TRUE(same(state(), full)) << "redo";
     }
 
     State start, half, full, undone, pasted, pastedOnOne;
@@ -236,12 +251,12 @@ TEST_P(Boundary, ADragThatFailsLeavesWhatTheDragBeforeLeft)
             expectOneOf(memoryFails() ? Outcomes{{half, 0}, {full, 0}}
                                       : Outcomes{{half, 0}, {full, 0}, {start, 0}});
             drag(at(0.5));
-            EXPECT_TRUE(state() == half) << "the next event";
+            EXPECT_TRUE(same(state(), half)) << "the next event";
             drag(at(1));
             release(at(1));
             expectOneOf({{full, 1}});
             mel("undo");
-            EXPECT_TRUE(state() == undone);
+            EXPECT_TRUE(same(state(), undone));
         });
     expectToolWorks();
 }
@@ -270,9 +285,9 @@ TEST_P(Boundary, AReleaseThatFailsKeepsTheStrokeWithItsUndoOrTakesItBack)
             expectOneOf({{start, 0}, {full, 1}});
             if (session.undo().undoCount() == 1) {
                 mel("undo");
-                EXPECT_TRUE(state() == undone);
+                EXPECT_TRUE(same(state(), undone));
                 mel("redo");
-                EXPECT_TRUE(state() == full);
+                EXPECT_TRUE(same(state(), full));
             }
             expectToolWorks();
         });
@@ -336,7 +351,7 @@ TEST_P(Boundary, APasteThatFailsWritesAllOfItOrNothing)
                        paste();
                        expectOneOf({{pasted, 1}});
                        mel("undo");
-                       EXPECT_TRUE(state() == start);
+                       EXPECT_TRUE(same(state(), start));
                    });
     expectToolWorks();
 }
