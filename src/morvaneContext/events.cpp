@@ -216,7 +216,12 @@ void morvaneContext::endStroke()
 {
     if (!mouseDown || contextMode != kSculptMode || toolCommand == nullptr)
         return;
-    releaseSculpt(nullptr);
+    try {
+        releaseSculpt(nullptr);
+    } catch (...) {
+        takeBackRelease();
+        throw;
+    }
     discardCommand();
     liveObjects.clear();
     validSel.clear();
