@@ -96,6 +96,23 @@ TEST_F(PictureTest, WhatIsHiddenIsNotInTheView)
     EXPECT_EQ(workbench::viewOf(session).surfaces.vertices.size(), 0U);
 }
 
+TEST_F(PictureTest, LinesAreAsWideAsTheDensitySays)
+{
+    mel("setAttr persp.translate 0 0 10; setAttr persp.rotate 0 0 0; curve -d 1 -p 0 -2 0 -p 0 2 0");
+    // Pixels of the curve's colour across it.
+    const auto width = [&](double density, double y) {
+        const Picture picture = workbench::renderPicture(session, density);
+        int count = 0;
+        for (int x = 0; x < picture.width; ++x)
+            count += at(picture, x, static_cast<int>(y * picture.height)).blue > 150 ? 1 : 0;
+        return count;
+    };
+    const int plain = width(1, 0.6);
+    EXPECT_TRUE(plain >= 1 && plain <= 3) << plain;
+    EXPECT_NEAR(width(4, 0.6), 4 * 1.8, 2);
+    EXPECT_EQ(workbench::renderPicture(session, 4).height, 800);
+}
+
 TEST(PictureFile, IsAPngOfTheViewportsSizeAndNeedsADriver)
 {
     const Folder folder;
@@ -108,6 +125,11 @@ TEST(PictureFile, IsAPngOfTheViewportsSizeAndNeedsADriver)
     EXPECT_EQ(bytes.substr(1, 3), "PNG");
     EXPECT_EQ(static_cast<unsigned char>(bytes[19]), 200);
     EXPECT_EQ(static_cast<unsigned char>(bytes[23]), 120);
+    const std::string twice = folder.file("twice.png");
+    EXPECT_EQ(runWorkbench({"--batch", "--no-plug-in", "--size", "100x60", "--scale", "2", "--image", twice})
+                  .status,
+              0);
+    EXPECT_EQ(static_cast<unsigned char>(contentsOf(twice)[19]), 200);
 
     const RunResult none =
         runWorkbench({"--batch", "--no-plug-in", "--image", file}, "__EGL_VENDOR_LIBRARY_DIRS=/nonexistent");

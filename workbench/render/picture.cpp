@@ -41,8 +41,13 @@ std::string pngOf(const Picture& picture)
         static_cast<std::string*>(text)->append(static_cast<const char*>(data),
                                                 static_cast<std::size_t>(size));
     };
-    if (!stbi_write_png_to_func(append, &bytes, picture.width, picture.height, 4, picture.pixels.data(),
-                                picture.width * 4))
+    // Pictures are opaque: three channels say all.
+    std::vector<std::uint8_t> colors;
+    colors.reserve(picture.pixels.size() / 4 * 3);
+    for (std::size_t pixel = 0; pixel + 3 < picture.pixels.size(); pixel += 4)
+        colors.insert(colors.end(), &picture.pixels[pixel], &picture.pixels[pixel] + 3);
+    if (!stbi_write_png_to_func(append, &bytes, picture.width, picture.height, 3, colors.data(),
+                                picture.width * 3))
         throw host::Error("The picture cannot be encoded.");
     return bytes;
 }

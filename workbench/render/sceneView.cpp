@@ -2,6 +2,7 @@
 
 #include "graph/graph.h"
 #include "nodes/geometry.h"
+#include "render/drawScale.h"
 #include "render/grid.h"
 #include "render/labelRanks.h"
 #include "render/meshView.h"
@@ -89,6 +90,7 @@ SceneView viewOf(host::Session& session, const PressWatch* press)
     SceneView view;
     addGrid(view.grid);
     const host::ViewProjection projection = session.viewport().projection();
+    const double unit = drawScaleOf(session.viewport().width, session.viewport().height, 1).unit;
     const EditedWeights edited = editedWeights(session);
     host::Graph& graph = session.graph();
     const host::Node* influence = edited.influence.empty() ? nullptr : graph.find(edited.influence);
@@ -106,7 +108,7 @@ SceneView viewOf(host::Session& session, const PressWatch* press)
         const bool whole =
             isSelected(highlights, *dag) || (dag->parent() && isSelected(highlights, *dag->parent()));
         const std::vector<Imath::V3d> world = worldPoints(*dag, *geometry);
-        const float clarity = clarityOf(*geometry, world, projection);
+        const float clarity = clarityOf(*geometry, world, projection, unit);
         const ShapeView shape{
             *dag,  *geometry, world, highlights.pointsOf(*dag), highlights.preselectedOf(*dag),
             whole, clarity};

@@ -69,7 +69,7 @@ Highlights highlightsOf(host::Session& session)
 }
 
 float clarityOf(const host::Geometry& geometry, const std::vector<Imath::V3d>& world,
-                const host::ViewProjection& projection)
+                const host::ViewProjection& projection, double unit)
 {
     constexpr std::size_t kSamples = 400;
     constexpr double kLongEdge = 14.0, kFaintest = 0.22;
@@ -87,7 +87,8 @@ float clarityOf(const host::Geometry& geometry, const std::vector<Imath::V3d>& w
         length += std::hypot(to.x - from.x, to.y - from.y);
         ++count;
     }
-    return count == 0 ? 1.0F : static_cast<float>(std::clamp(length / count / kLongEdge, kFaintest, 1.0));
+    return count == 0 ? 1.0F
+                      : static_cast<float>(std::clamp(length / count / (kLongEdge * unit), kFaintest, 1.0));
 }
 
 DrawVertex drawVertex(const Imath::V3d& position, const Color& color, float size)

@@ -49,8 +49,9 @@ struct ShapeView {
     float clarity;
 };
 
+/// `unit` is how many port pixels the painter's own pixel is.
 float clarityOf(const host::Geometry& geometry, const std::vector<Imath::V3d>& world,
-                const host::ViewProjection& projection);
+                const host::ViewProjection& projection, double unit);
 
 DrawVertex drawVertex(const Imath::V3d& position, const Color& color, float size = 1.0F);
 
