@@ -98,7 +98,8 @@ TEST_F(PictureTest, WhatIsHiddenIsNotInTheView)
 
 TEST_F(PictureTest, LinesAreAsWideAsTheDensitySays)
 {
-    mel("setAttr persp.translate 0 0 10; setAttr persp.rotate 0 0 0; curve -d 1 -p 0 -2 0 -p 0 2 0");
+    mel("setAttr persp.translate 0 0 10; setAttr persp.rotate 0 0 0; curve -d 1 -p 0 -2 0 -p 0 2 0; select "
+        "-cl");
     // Pixels of the curve's colour across it.
     const auto width = [&](double density, double y) {
         const Picture picture = workbench::renderPicture(session, density);
