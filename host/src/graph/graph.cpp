@@ -5,6 +5,7 @@
 #include "types/error.h"
 
 #include <algorithm>
+#include <set>
 
 namespace host {
 
@@ -146,28 +147,36 @@ void Graph::leave(Node& node)
 
 namespace {
 
-/// Children before their parents, so that each leaves while its parent is still there.
-void collectBelow(Node& node, std::vector<Node*>& nodes)
+/// The node and all below it: children before their parents, so that each leaves while its parent is still
+/// there.
+std::vector<Node*> subtree(Node& top)
 {
-    if (const DagNode* dag = node.asDag())
-        for (const Ref<DagNode>& child : dag->children())
-            collectBelow(*child, nodes);
-    nodes.push_back(&node);
+    std::vector<Node*> nodes, waiting{&top};
+    while (!waiting.empty()) {
+        Node* const node = waiting.back();
+        waiting.pop_back();
+        nodes.push_back(node);
+        if (const DagNode* dag = node->asDag())
+            for (const Ref<DagNode>& child : dag->children())
+                waiting.push_back(child.get());
+    }
+    std::reverse(nodes.begin(), nodes.end());
+    return nodes;
 }
 
 } // namespace
 
-Graph::Removal Graph::remove(Node& node)
+Graph::Removal Graph::remove(Node& node, Locks locks)
 {
     if (!node.alive())
         throw Error("The node '" + node.name() + "' has been deleted.");
-    std::vector<Node*> leaving;
-    collectBelow(node, leaving);
+    const std::vector<Node*> leaving = subtree(node);
     for (const Node* one : leaving)
-        if (one->locked || one->isDefault)
+        if ((one->locked && locks == Locks::kObeyed) || one->isDefault)
             throw Error("Cannot delete '" + one->uniqueName() + "': it is " +
                         (one->locked ? "locked." : "a node that every scene has."));
     Removal removal;
+    const std::set<const Node*> gone(leaving.begin(), leaving.end());
     std::map<std::uint64_t, Link*> cuts;
     for (const Node* one : leaving) {
         for (Link* link : one->bookkeeping->inputs)
@@ -175,12 +184,12 @@ Graph::Removal Graph::remove(Node& node)
         for (Link* link : one->bookkeeping->outputs)
             cuts[link->order] = link;
     }
-    for (const auto& entry : cuts)
-        removal.connections.push_back(describe(*entry.second));
+    std::vector<std::pair<Link*, Afterwards>> ordered;
     for (const auto& entry : cuts) {
-        const Node* end = entry.second->destination.node();
-        cut(*entry.second, std::find(leaving.begin(), leaving.end(), end) == leaving.end());
+        const bool stays = gone.count(entry.second->destination.node()) == 0;
+        ordered.emplace_back(entry.second, stays ? Afterwards::kDelivered : Afterwards::kOwnValue);
     }
+    removal.connections = cutAll(ordered);
     for (Node* one : leaving) {
         Removal::Entry entry;
         entry.node = Ref<Node>(one);

@@ -34,8 +34,8 @@ public:
     struct Connection {
         Plug source, destination;
         std::uint64_t order = 0; ///< place among all connections; 0 = made anew when it is connected
-        std::shared_ptr<const StoredValue> before =
-            nullptr; ///< what the destination held before it was connected
+        /// Of one that was cut: what the destination itself held meanwhile, hidden by the connection.
+        std::shared_ptr<const StoredValue> hidden = nullptr;
     };
     struct Removal {
         struct Entry {
@@ -46,7 +46,8 @@ public:
         std::vector<Entry> nodes; ///< in the order in which they were removed
         std::vector<Connection> connections;
     };
-    Removal remove(Node& node);
+    enum class Locks { kObeyed, kIgnored };
+    Removal remove(Node& node, Locks locks = Locks::kObeyed);
     void restore(const Removal& removal);
     void rename(Node& node, const std::string& name); ///< the final name may carry a number
     void setUuid(Node& node, const std::string& uuid);
@@ -77,8 +78,10 @@ public:
 
     // --- connections (one source per destination)
     void connect(const Plug& source, const Plug& destination, bool force = false);
-    void disconnect(const Plug& source, const Plug& destination);
-    /// Brings a connection back with its place in the order; what fed the destination in between is cut.
+    /// The destination keeps the value that the connection gave it. Returns what is needed to reconnect.
+    Connection disconnect(const Plug& source, const Plug& destination);
+    /// Brings a connection back with its place in the order, and what it hid; what fed the destination in
+    /// between is cut.
     void reconnect(const Connection& connection);
     /// Undoes a connection: the destination has its own value again, not the last one delivered.
     void unmake(const Plug& destination);
@@ -100,7 +103,8 @@ public:
 
     // --- dynamic attributes
     void addAttribute(Node& node, Ref<Attribute> root);
-    void removeAttribute(Node& node, const Attribute& root);
+    /// Returns the connections that went with it.
+    std::vector<Connection> removeAttribute(Node& node, const Attribute& root);
     /// An attribute that only a file named: kept as text, connectable. `path` is the text after the dot.
     /// "name[3]" makes an array attribute; a longer path becomes one attribute with the path as its name.
     Plug keepAttribute(Node& node, const std::string& path);
@@ -142,13 +146,17 @@ private:
     std::vector<Link*> linksBelow(const Plug& plug) const;
     void requireConnectable(const Plug& source, const Plug& destination) const;
     void add(Connection connection);
-    void cut(Link& link, bool keepValue);
+    enum class Afterwards { kOwnValue, kDelivered }; ///< what the destination of a cut connection holds
+    void cut(Link& link);
+    std::vector<Connection> cutAll(const std::vector<std::pair<Link*, Afterwards>>& cuts);
     void arrive(const Plug& destination);
     void passOn(Node& node, const Attribute& root, const Plug* changed);
     void markAffected(Node& node, const Attribute& root);
     Ref<Attribute> keptAttribute(const std::string& name) const;
     void mark(Node& node, const Attribute& output);
     void propagate();
+    /// Brings up to date what an output is computed from, without nesting one computation in the other.
+    void pull(Node& node, const Attribute& output);
 
     Session& owner;
     NodeTypeRegistry registry;

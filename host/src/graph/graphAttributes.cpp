@@ -44,7 +44,7 @@ void Graph::addAttribute(Node& node, Ref<Attribute> root)
     modified = true;
 }
 
-void Graph::removeAttribute(Node& node, const Attribute& root)
+std::vector<Graph::Connection> Graph::removeAttribute(Node& node, const Attribute& root)
 {
     requireUnlocked(node);
     const auto found = std::find_if(node.dynamicRoots.begin(), node.dynamicRoots.end(),
@@ -52,17 +52,18 @@ void Graph::removeAttribute(Node& node, const Attribute& root)
     if (found == node.dynamicRoots.end())
         throw Error("'" + node.uniqueName() + "." + root.longName + "' is no attribute that can be removed.");
     const Ref<Attribute> kept = *found;
-    std::vector<Link*> cuts = linksBelow(Plug(&node, &root));
+    std::vector<std::pair<Link*, Afterwards>> cuts;
+    for (Link* link : linksBelow(Plug(&node, &root)))
+        cuts.emplace_back(link, Afterwards::kOwnValue);
     for (Link* link : node.state().outputs)
-        if (&link->source.attribute()->root() == &root &&
-            std::find(cuts.begin(), cuts.end(), link) == cuts.end())
-            cuts.push_back(link);
-    for (Link* link : cuts)
-        cut(*link, link->destination.node() != &node);
+        if (&link->source.attribute()->root() == &root && &link->destination.attribute()->root() != &root)
+            cuts.emplace_back(link, Afterwards::kDelivered);
+    std::vector<Connection> gone = cutAll(cuts);
     node.dynamicRoots.erase(found);
     node.state().retired.push_back(kept);
     ++changes;
     modified = true;
+    return gone;
 }
 
 Ref<Attribute> Graph::keptAttribute(const std::string& name) const

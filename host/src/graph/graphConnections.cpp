@@ -30,7 +30,8 @@ std::uint64_t bitsOfInputs(const NodeState& state, const Attribute& root)
     return bits;
 }
 
-/// Gives the plug and what is below it the values that it has by its connection.
+/// Gives the plug and what is below it the values that it has by its connection. They are computed first if
+/// need be: what a cut leaves behind must not depend on whether somebody has looked.
 void keepValue(const Plug& plug, Node& node)
 {
     const Attribute& attribute = *plug.attribute();
@@ -43,12 +44,19 @@ void keepValue(const Plug& plug, Node& node)
         node.storeNumber(plug, plug.number());
     } else if (attribute.type == AttributeType::kMatrix) {
         node.storeMatrix(plug, plug.matrix());
+    } else if (attribute.type == AttributeType::kString) {
+        node.storeText(plug, plug.text());
     } else if (attribute.type == AttributeType::kData && attribute.flags.storable) {
-        const Plug source = plug.source();
-        const bool ready = !source.isNull() && (!source.attribute()->root().flags.output ||
-                                                !source.node()->isDirty(*source.attribute()));
-        if (ready)
-            node.storeData(plug, plug.data());
+        node.storeData(plug, plug.data());
+    }
+}
+
+void keepDelivered(const Plug& destination)
+{
+    try {
+        keepValue(destination, *destination.node());
+    } catch (const Error&) {
+        // A source that cannot be computed leaves the destination with the value it had before.
     }
 }
 
@@ -95,11 +103,11 @@ void Graph::connect(const Plug& source, const Plug& destination, bool force)
         throw Error("'" + inTheWay.front()->destination.name() +
                     "' already has an incoming connection from '" + inTheWay.front()->source.name() + "'.");
     for (Link* link : inTheWay)
-        cut(*link, false);
+        cut(*link);
     add({source, destination});
 }
 
-void Graph::disconnect(const Plug& source, const Plug& destination)
+Graph::Connection Graph::disconnect(const Plug& source, const Plug& destination)
 {
     source.alive();
     const auto& byDestination = destination.alive().state().byDestination;
@@ -108,7 +116,7 @@ void Graph::disconnect(const Plug& source, const Plug& destination)
         throw Error("'" + source.name() + "' is not connected to '" + destination.name() + "'.");
     if (destination.isLocked())
         throw Error("Cannot disconnect '" + destination.name() + "': it is locked.");
-    cut(*found->second, true);
+    return cutAll({{found->second, Afterwards::kDelivered}}).front();
 }
 
 void Graph::unmake(const Plug& destination)
@@ -116,7 +124,7 @@ void Graph::unmake(const Plug& destination)
     const auto& byDestination = destination.alive().state().byDestination;
     const auto found = byDestination.find(PlugKey(destination));
     if (found != byDestination.end())
-        cut(*found->second, false);
+        cut(*found->second);
 }
 
 void Graph::reconnect(const Connection& connection)
@@ -124,9 +132,9 @@ void Graph::reconnect(const Connection& connection)
     connection.source.alive();
     connection.destination.alive();
     for (Link* link : linksBelow(connection.destination))
-        cut(*link, false);
-    if (connection.before)
-        connection.before->putBackQuietly();
+        cut(*link);
+    if (connection.hidden)
+        connection.hidden->putBackQuietly();
     add(connection);
 }
 
@@ -134,11 +142,9 @@ void Graph::add(Connection connection)
 {
     if (connection.order == 0)
         connection.order = parts->nextLink++;
-    if (!connection.before && !connection.destination.isArray())
-        connection.before = std::make_shared<StoredValue>(connection.destination);
     auto owned = std::make_unique<Link>();
     Link* link = owned.get();
-    *link = Link{connection.source, connection.destination, connection.order, connection.before};
+    *link = Link{connection.source, connection.destination, connection.order};
     parts->links[link->order] = std::move(owned);
     NodeState& from = link->source.node()->state();
     NodeState& to = link->destination.node()->state();
@@ -152,15 +158,26 @@ void Graph::add(Connection connection)
     dirty(link->destination);
 }
 
-void Graph::cut(Link& link, bool keep)
+/// Every value that stays is looked up while all connections still stand: each may depend on the others.
+std::vector<Graph::Connection> Graph::cutAll(const std::vector<std::pair<Link*, Afterwards>>& cuts)
+{
+    std::vector<Connection> gone;
+    for (const auto& [link, afterwards] : cuts) {
+        gone.push_back(describe(*link));
+        if (afterwards == Afterwards::kDelivered && !link->destination.isArray())
+            gone.back().hidden = std::make_shared<StoredValue>(link->destination);
+    }
+    for (const auto& [link, afterwards] : cuts)
+        if (afterwards == Afterwards::kDelivered)
+            keepDelivered(link->destination);
+    for (const auto& entry : cuts)
+        cut(*entry.first);
+    return gone;
+}
+
+void Graph::cut(Link& link)
 {
     const Plug destination = link.destination;
-    try {
-        if (keep)
-            keepValue(destination, *destination.node());
-    } catch (const Error&) {
-        // A source that cannot be computed leaves the destination with the value it had before.
-    }
     NodeState& from = link.source.node()->state();
     NodeState& to = destination.node()->state();
     erase(from.outputs, &link);
@@ -176,7 +193,7 @@ void Graph::cut(Link& link, bool keep)
 
 Graph::Connection Graph::describe(const Link& link) const
 {
-    return {link.source, link.destination, link.order, link.before};
+    return {link.source, link.destination, link.order};
 }
 
 std::vector<Link*> Graph::linksBelow(const Plug& plug) const

@@ -3,6 +3,7 @@
 #include "graph/graph.h"
 #include "graph/nodeState.h"
 
+#include <exception>
 #include <map>
 #include <memory>
 #include <random>
@@ -25,6 +26,10 @@ struct Graph::Parts {
     /// Attributes whose change is still to be passed on, and the number of the propagation under way.
     std::vector<std::pair<Node*, const Attribute*>> work;
     std::uint64_t propagation = 0;
+
+    unsigned nested = 0; ///< computations under way, each for the one before it
+    unsigned pulls = 0;  ///< pulls under way, and what failed since the outermost began
+    std::map<std::pair<Node*, const Attribute*>, std::exception_ptr> failures;
 };
 
 } // namespace host

@@ -1,7 +1,6 @@
 #include "graph/node.h"
 
-#include "graph/graph.h"
-#include "graph/nodeState.h"
+#include "graph/graphParts.h"
 #include "graph/slots.h"
 #include "types/error.h"
 
@@ -160,6 +159,11 @@ void Node::storeNumber(const Plug& plug, double value)
     plug.storeNumber(value);
 }
 
+void Node::storeText(const Plug& plug, const std::string& value)
+{
+    plug.store(value);
+}
+
 void Node::storeMatrix(const Plug& plug, const Imath::M44d& value)
 {
     plug.store(value);
@@ -176,18 +180,34 @@ bool Node::isDirty(const Attribute& output) const
     return !root || root->freshness != RootState::Freshness::kClean;
 }
 
+namespace {
+
+/// Computations that may nest on the call stack.
+constexpr unsigned kMostNested = 48;
+
+} // namespace
+
 void Node::evaluate(const Attribute& output)
 {
     using Freshness = RootState::Freshness;
     const Attribute& root = output.root();
-    Freshness& freshness = bookkeeping->root(root).freshness;
+    const Freshness freshness = bookkeeping->root(root).freshness;
     if (freshness == Freshness::kClean || !nodeType.compute)
         return;
     if (freshness == Freshness::kComputing || freshness == Freshness::kStale) {
         scene.reportCycle(Plug(this, &root));
         return;
     }
-    compute(root);
+    if (scene.parts->nested >= kMostNested)
+        scene.pull(*this, root);
+    evaluateAlone(root);
+}
+
+/// What it is computed from may have come round to it, and have computed it.
+void Node::evaluateAlone(const Attribute& root)
+{
+    if (isDirty(root) && nodeType.compute)
+        compute(root);
 }
 
 void Node::compute(const Attribute& output)
@@ -195,14 +215,17 @@ void Node::compute(const Attribute& output)
     using Freshness = RootState::Freshness;
     const Ref<Node> kept(this);
     ++scene.computations;
+    ++scene.parts->nested;
     bookkeeping->root(output).freshness = Freshness::kComputing;
     try {
         nodeType.compute(*this, output);
     } catch (...) {
+        --scene.parts->nested;
         ++scene.computations;
         bookkeeping->root(output).freshness = Freshness::kFailed;
         throw;
     }
+    --scene.parts->nested;
     ++scene.computations;
     Freshness& freshness = bookkeeping->root(output).freshness;
     freshness = freshness == Freshness::kStale ? Freshness::kDirty : Freshness::kClean;

@@ -60,6 +60,7 @@ public:
     // For compute functions: the node's own values, no evaluation of other outputs, no dirty propagation.
     // store... puts a computed value into an output's slot.
     void storeNumber(const Plug& plug, double value);
+    void storeText(const Plug& plug, const std::string& value);
     void storeMatrix(const Plug& plug, const Imath::M44d& value);
     void storeData(const Plug& plug, DataRef value);
     /// Brings one output up to date (does nothing when clean).
@@ -75,6 +76,7 @@ protected:
 private:
     friend class Graph;
     friend class Plug;
+    void evaluateAlone(const Attribute& root);
     void compute(const Attribute& output);
 
     const NodeType& nodeType;

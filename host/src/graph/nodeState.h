@@ -32,7 +32,6 @@ struct PlugKeyHash {
 struct Link {
     Plug source, destination;
     std::uint64_t order; ///< grows with each connection made; a connection that comes back keeps it
-    std::shared_ptr<const StoredValue> before; ///< the destination's own value, hidden while connected
 };
 
 /// What a file or a command may override for one plug.
@@ -48,7 +47,6 @@ struct RootState {
     enum class Freshness : std::uint8_t { kDirty, kClean, kComputing, kStale, kFailed };
     Freshness freshness = Freshness::kDirty; ///< of outputs
     bool cycleReported = false;
-    std::uint16_t reading = 0;     ///< reads through connections under way
     std::uint32_t feeding = 0;     ///< connections into the root or anything below it
     std::uint64_t feedingBits = 0; ///< Attribute::ownBit of all that these connections lead to
     std::uint32_t fed = 0;         ///< connections out of it

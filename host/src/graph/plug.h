@@ -142,11 +142,13 @@ private:
     void requireType(AttributeType type, const char* word) const;
     void requireWritable() const;
     void storeNumber(double value) const;
+    void store(const std::string& value) const;
     void store(const Imath::M44d& value) const;
     void store(DataRef value) const;
-    Plug ancestor() const;             ///< the array or compound that owns this plug; null for a root
-    bool feeding(Plug& source) const;  ///< the plug whose value this one has, directly or through an ancestor
-    bool readable(Plug& source) const; ///< the same; if nothing feeds it, an output is brought up to date
+    class Route;
+    Plug ancestor() const;            ///< the array or compound that owns this plug; null for a root
+    bool feeding(Plug& source) const; ///< what is connected to this plug, directly or through an ancestor
+    bool comesFrom(Plug& source) const;
 
     Ref<Node> owner;
     Ref<const Attribute> rootOwner; ///< keeps the attribute's tree alive

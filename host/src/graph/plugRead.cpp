@@ -4,12 +4,11 @@
 #include "graph/units.h"
 #include "types/error.h"
 
+#include <array>
+
 namespace host {
 
 namespace {
-
-/// A read that comes back to the same attribute this often goes round in a circle.
-constexpr std::uint16_t kMostReads = 64;
 
 /// Between angles and plain numbers the platform's own unit counts, which is the radian.
 double delivered(double value, const Attribute& from, const Attribute& to)
@@ -23,22 +22,11 @@ double delivered(double value, const Attribute& from, const Attribute& to)
     return narrowed(to.type, value);
 }
 
-/// Counts a read through a connection for as long as it lasts.
-class Reading {
-public:
-    explicit Reading(const Plug& plug) : root(plug.attribute()->root()), state(plug.node()->state())
-    {
-        ++state.root(root).reading;
-    }
-    ~Reading() { --state.root(root).reading; }
-    Reading(const Reading&) = delete;
-    Reading& operator=(const Reading&) = delete;
-    bool circular() const { return state.root(root).reading > kMostReads; }
-
-private:
-    const Attribute& root;
-    NodeState& state;
-};
+/// Whether a value comes through a connection.
+bool passes(const Attribute& from, const Attribute& to)
+{
+    return from.type == to.type || (from.isNumber() && to.isNumber());
+}
 
 } // namespace
 
@@ -99,65 +87,113 @@ bool Plug::feeding(Plug& source) const
     return true;
 }
 
-bool Plug::readable(Plug& source) const
+/// The way of a value from where it is stored to the plug that has it through connections.
+class Plug::Route {
+public:
+    /// Brings the output that the value comes from up to date. A circle ends where it begins, with a warning.
+    explicit Route(const Plug& plug) : last(plug)
+    {
+        Plug source, mark = plug;
+        std::size_t steps = 0, most = 2;
+        while (last.comesFrom(source)) {
+            add(*last.definition);
+            last = source;
+            ++steps;
+            if (last == mark) {
+                endCircle(plug, steps);
+                return;
+            }
+            if (steps == most) {
+                mark = last;
+                steps = 0;
+                most *= 2;
+            }
+        }
+        if (last.rootOwner->flags.output && !last.feeding(source))
+            last.owner->evaluate(*last.rootOwner);
+    }
+
+    const Plug& end() const { return last; }
+
+    /// A number from the end, as each plug on the way narrows it.
+    double delivered(double value) const
+    {
+        const Attribute* from = last.definition;
+        for (std::size_t step = length; step-- > 0;) {
+            const Attribute* to = step < kFew ? few[step] : more[step - kFew];
+            value = host::delivered(value, *from, *to);
+            from = to;
+        }
+        return value;
+    }
+
+private:
+    static constexpr std::size_t kFew = 8;
+
+    void add(const Attribute& passed)
+    {
+        if (length < kFew)
+            few[length] = &passed;
+        else
+            more.push_back(&passed);
+        ++length;
+    }
+
+    /// Two that go at the length of the circle from one another meet first where it begins.
+    void endCircle(const Plug& start, std::size_t circle)
+    {
+        Plug ahead = start, behind = start;
+        for (; circle > 0; --circle)
+            ahead.comesFrom(ahead);
+        for (length = 0; behind != ahead; ++length) {
+            behind.comesFrom(behind);
+            ahead.comesFrom(ahead);
+        }
+        last = behind;
+        last.owner->graph().reportCycle(last);
+    }
+
+    Plug last;
+    std::size_t length = 0;
+    std::array<const Attribute*, kFew> few{}; ///< of the plugs passed, the first of them the reader
+    std::vector<const Attribute*> more;
+};
+
+/// The plug whose value this one has by a connection that lets it through.
+bool Plug::comesFrom(Plug& source) const
 {
-    if (feeding(source))
-        return true;
-    if (rootOwner->flags.output)
-        owner->evaluate(*rootOwner);
-    return false;
+    Plug found;
+    if (!feeding(found) || !passes(*found.definition, *definition))
+        return false;
+    source = found;
+    return true;
 }
 
 double Plug::number() const
 {
     requireNumber();
-    Plug source;
-    if (!readable(source) || !source.attribute()->isNumber())
+    if (!rootOwner->flags.output && !mayBeFed(owner->state().findRoot(*rootOwner), *definition))
         return storedNumber();
-    const Reading reading(*this);
-    if (!reading.circular())
-        return delivered(source.number(), *source.attribute(), *definition);
-    owner->graph().reportCycle(*this);
-    return storedNumber();
+    const Route route(*this);
+    return route.delivered(route.end().storedNumber());
 }
 
 std::string Plug::text() const
 {
     alive();
-    Plug source;
-    if (!readable(source) || source.attribute()->type != definition->type)
-        return storedText();
-    const Reading reading(*this);
-    if (!reading.circular())
-        return source.text();
-    owner->graph().reportCycle(*this);
-    return storedText();
+    return Route(*this).end().storedText();
 }
 
 Imath::M44d Plug::matrix() const
 {
     requireType(AttributeType::kMatrix, "matrix");
-    Plug source;
-    if (!readable(source) || source.attribute()->type != AttributeType::kMatrix)
-        return storedMatrix();
-    const Reading reading(*this);
-    if (!reading.circular())
-        return source.matrix();
-    owner->graph().reportCycle(*this);
-    return storedMatrix();
+    return Route(*this).end().storedMatrix();
 }
 
 DataRef Plug::data() const
 {
     requireType(AttributeType::kData, "data");
-    Plug source;
-    if (!readable(source) || source.attribute()->type != AttributeType::kData)
-        return storedData();
-    const Reading reading(*this);
-    if (!reading.circular())
-        return source.data();
-    owner->graph().reportCycle(*this);
-    return storedData();
+    return Route(*this).end().storedData();
 }
 
 double Plug::storedNumber() const

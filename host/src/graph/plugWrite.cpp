@@ -27,6 +27,11 @@ void Plug::storeNumber(double value) const
         slot.value = kept;
 }
 
+void Plug::store(const std::string& value) const
+{
+    owner->slots().make(*this).value = std::make_unique<std::string>(value);
+}
+
 void Plug::store(const Imath::M44d& value) const
 {
     owner->slots().make(*this).value = std::make_unique<Imath::M44d>(value);
@@ -51,7 +56,7 @@ void Plug::setText(const std::string& value) const
     if (definition->type != AttributeType::kOpaque)
         requireType(AttributeType::kString, "text");
     requireWritable();
-    owner->slots().make(*this).value = std::make_unique<std::string>(value);
+    store(value);
     changed();
 }
 

@@ -33,6 +33,13 @@ void copyRow(const WeightRows& from, WeightRows& to, std::uint32_t row)
         to.set(row, entry.column, entry.weight);
 }
 
+/// Whether anything is stored in an element, which lies in the slot.
+bool holdsMore(const Slot& slot, const Plug& element)
+{
+    const auto* rows = slot.as<WeightRows>();
+    return rows ? rows->row(rowOf(element)).count > 0 : slot.holdsValue();
+}
+
 bool isWholeRows(const Plug& plug)
 {
     return plug.isArray() && plug.attribute()->flags.weightRows;
@@ -40,7 +47,7 @@ bool isWholeRows(const Plug& plug)
 
 } // namespace
 
-StoredValue::StoredValue(const Plug& plug) : where(plug)
+StoredValue::StoredValue(const Plug& stored) : plug(stored), where(stored)
 {
     const SlotTree& slots = plug.node()->slots();
     for (Plug step = plug; !step.isNull(); step = owning(step))
@@ -69,7 +76,7 @@ void StoredValue::putBackQuietly() const
 {
     SlotTree& slots = where.node()->slots();
     if (!existed) {
-        slots.erase(where);
+        remove();
         return;
     }
     Slot& slot = slots.make(where);
@@ -79,6 +86,21 @@ void StoredValue::putBackQuietly() const
         copyRow(*content.as<WeightRows>(), *rows, rowOf(where));
     else
         slot = content.copy();
+}
+
+/// What others have stored around the plug meanwhile stays, and the elements that it lies in with it.
+void StoredValue::remove() const
+{
+    SlotTree& slots = where.node()->slots();
+    slots.erase(plug);
+    for (Plug step = plug; step != where;) {
+        step = owning(step);
+        const Slot* slot = step.isElement() ? slots.find(step) : nullptr;
+        if (slot && holdsMore(*slot, step))
+            return;
+        if (slot)
+            slots.erase(step);
+    }
 }
 
 void StoredValue::putBack() const

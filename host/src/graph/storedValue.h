@@ -6,7 +6,7 @@
 namespace host {
 
 /// What is stored at and below one plug, to be put back later. If the plug lies in an element that does not
-/// exist yet, putting back removes that element again.
+/// exist yet, putting back removes that element again, unless something else has come to be stored in it.
 class StoredValue {
 public:
     explicit StoredValue(const Plug& plug);
@@ -16,7 +16,10 @@ public:
     void putBackQuietly() const;
 
 private:
-    Plug where;
+    void remove() const;
+
+    Plug plug;
+    Plug where; ///< the plug, or the outermost element around it that did not exist
     bool existed = false;
     Slot content;
 };

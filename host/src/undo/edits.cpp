@@ -23,6 +23,11 @@ Node& Edits::create(const NodeType& type, const std::string& name, DagNode* pare
     return node;
 }
 
+void Edits::made(Node& top)
+{
+    push(PresenceItem::created(top));
+}
+
 void Edits::remove(Node& node)
 {
     const Ref<Node> kept(&node);
@@ -135,11 +140,7 @@ void Edits::connect(const Plug& source, const Plug& destination, bool force)
 
 void Edits::disconnect(const Plug& source, const Plug& destination)
 {
-    Graph::Connection connection;
-    if (!destination.isNull() && destination.node()->alive())
-        connection = owner.graph().connectionInto(destination);
-    owner.graph().disconnect(source, destination);
-    push(std::make_unique<DisconnectItem>(std::move(connection)));
+    push(std::make_unique<DisconnectItem>(owner.graph().disconnect(source, destination)));
 }
 
 void Edits::addAttribute(Node& node, Ref<Attribute> root)
@@ -150,19 +151,11 @@ void Edits::addAttribute(Node& node, Ref<Attribute> root)
 
 void Edits::removeAttribute(Node& node, const Attribute& root)
 {
-    Graph& graph = owner.graph();
     const auto& own = node.dynamicAttributes();
     const auto found = std::find_if(
         own.begin(), own.end(), [&](const Ref<Attribute>& candidate) { return candidate.get() == &root; });
     const Ref<Attribute> kept = found == own.end() ? Ref<Attribute>() : *found;
-    std::vector<Graph::Connection> cut;
-    for (const Graph::Connection& connection : graph.inputs(node))
-        if (&connection.destination.attribute()->root() == &root)
-            cut.push_back(connection);
-    for (const Graph::Connection& connection : graph.outputs(node))
-        if (&connection.source.attribute()->root() == &root && connection.destination.node() != &node)
-            cut.push_back(connection);
-    graph.removeAttribute(node, root);
+    std::vector<Graph::Connection> cut = owner.graph().removeAttribute(node, root);
     push(std::make_unique<AttributeItem>(node, kept, std::move(cut)));
 }
 

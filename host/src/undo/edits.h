@@ -18,6 +18,8 @@ public:
     explicit Edits(Session& session) : owner(session) {}
 
     Node& create(const NodeType& type, const std::string& name = {}, DagNode* parent = nullptr);
+    /// Records a node, with what is below it, that has been made otherwise: read from a text, say.
+    void made(Node& top);
     void remove(Node& node);
     void rename(Node& node, const std::string& name);
     void reparent(DagNode& node, DagNode* parent);

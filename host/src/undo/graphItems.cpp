@@ -28,7 +28,8 @@ void PresenceItem::bringBack(Session& session)
 
 void PresenceItem::takeOut(Session& session)
 {
-    gone = session.graph().remove(*node);
+    // A copy of a locked node is locked from the beginning; it can be taken back all the same.
+    gone = session.graph().remove(*node, Graph::Locks::kIgnored);
 }
 
 void PresenceItem::undo(Session& session)
@@ -110,7 +111,7 @@ void DisconnectItem::undo(Session& session)
 }
 void DisconnectItem::redo(Session& session)
 {
-    session.graph().disconnect(broken.source, broken.destination);
+    broken = session.graph().disconnect(broken.source, broken.destination);
 }
 
 void AttributeItem::bringBack(Session& session)
@@ -122,7 +123,7 @@ void AttributeItem::bringBack(Session& session)
 
 void AttributeItem::takeOut(Session& session)
 {
-    session.graph().removeAttribute(*node, *attribute);
+    connections = session.graph().removeAttribute(*node, *attribute);
 }
 
 void AttributeItem::undo(Session& session)

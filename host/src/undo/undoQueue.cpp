@@ -27,6 +27,30 @@ struct Collection {
     int depth = 0; ///< chunks or scopes open around each other
 };
 
+/// Counts a level for as long as it lasts.
+class Nesting {
+public:
+    explicit Nesting(int& counted) : level(counted) { ++level; }
+    ~Nesting() { --level; }
+    Nesting(const Nesting&) = delete;
+    Nesting& operator=(const Nesting&) = delete;
+
+private:
+    int& level;
+};
+
+/// What went wrong in a step, as an error.
+[[noreturn]] void failed(const char* otherwise)
+{
+    try {
+        throw;
+    } catch (const std::exception& problem) {
+        throw Error(problem.what());
+    } catch (...) {
+        throw Error(otherwise);
+    }
+}
+
 } // namespace
 
 struct UndoQueue::State {
@@ -35,8 +59,10 @@ struct UndoQueue::State {
     void add(Entry entry);
     void trim();
     void flushChunk();
-    void run(Items& items, bool backwards);
-    void report(const std::string& what) { session.messages().error(what); }
+    enum class Direction { kBack, kAgain };
+    void run(const Items& items, Direction direction);
+    void move(Entry entry, Direction direction);
+    void rollBack(const Items& items);
 
     Session& session;
     std::deque<Entry> done, undone;
@@ -69,23 +95,60 @@ void UndoQueue::State::flushChunk()
     add({chunk.name, std::exchange(chunk.items, {})});
 }
 
-void UndoQueue::State::run(Items& items, bool backwards)
+/// All steps, or none: those before one that fails are taken the other way.
+void UndoQueue::State::run(const Items& items, Direction direction)
 {
-    ++suspended;
-    for (std::size_t step = 0; step < items.size(); ++step) {
-        UndoItem& item = *items[backwards ? items.size() - 1 - step : step];
+    const Nesting nesting(suspended);
+    const bool back = direction == Direction::kBack;
+    const auto item = [&](std::size_t step) -> UndoItem& {
+        return *items[back ? items.size() - 1 - step : step];
+    };
+    std::size_t step = 0;
+    try {
+        for (; step < items.size(); ++step)
+            back ? item(step).undo(session) : item(step).redo(session);
+    } catch (...) {
+        while (step-- > 0) {
+            try {
+                back ? item(step).redo(session) : item(step).undo(session);
+            } catch (...) {
+                session.messages().error("A step that was to be put back could not be.");
+            }
+        }
+        failed(back ? "A step could not be undone." : "A step could not be redone.");
+    }
+}
+
+/// From one queue to the other. The entry is in neither meanwhile: a step may empty them.
+void UndoQueue::State::move(Entry entry, Direction direction)
+{
+    const bool back = direction == Direction::kBack;
+    bool& underWay = back ? undoing : redoing;
+    underWay = true;
+    try {
+        run(entry.items, direction);
+    } catch (...) {
+        underWay = false;
+        (back ? done : undone).push_back(std::move(entry));
+        throw;
+    }
+    underWay = false;
+    (back ? undone : done).push_back(std::move(entry));
+}
+
+/// Takes back as much as can be of what a failing command has done.
+void UndoQueue::State::rollBack(const Items& items)
+{
+    const Nesting nesting(suspended);
+    for (auto item = items.rbegin(); item != items.rend(); ++item) {
         try {
-            if (backwards)
-                item.undo(session);
-            else
-                item.redo(session);
+            (*item)->undo(session);
         } catch (const std::exception& problem) {
-            report(problem.what());
+            session.messages().error(problem.what());
         } catch (...) {
-            report(backwards ? "A step could not be undone." : "A step could not be redone.");
+            session.messages().error("A step could not be undone.");
         }
     }
-    --suspended;
 }
 
 UndoQueue::UndoQueue(Session& session) : state(std::make_unique<State>(session)) {}
@@ -128,12 +191,10 @@ UndoQueue::CommandScope::~CommandScope()
     State& shared = *queue.state;
     Collection& scope = shared.scope;
     if (failed || std::uncaught_exceptions() > exceptionsAtEntry) {
-        Items halfDone;
-        while (scope.items.size() > itemsAtEntry) {
-            halfDone.insert(halfDone.begin(), std::move(scope.items.back()));
-            scope.items.pop_back();
-        }
-        shared.run(halfDone, true);
+        const auto first = scope.items.begin() + static_cast<std::ptrdiff_t>(itemsAtEntry);
+        const Items halfDone(std::make_move_iterator(first), std::make_move_iterator(scope.items.end()));
+        scope.items.resize(itemsAtEntry);
+        shared.rollBack(halfDone);
     }
     if (--scope.depth > 0)
         return;
@@ -212,10 +273,7 @@ void UndoQueue::undo()
         throw Error("There are no more commands to undo.");
     Entry entry = std::move(state->done.back());
     state->done.pop_back();
-    state->undoing = true;
-    state->run(entry.items, true);
-    state->undoing = false;
-    state->undone.push_back(std::move(entry));
+    state->move(std::move(entry), State::Direction::kBack);
 }
 
 void UndoQueue::redo()
@@ -226,10 +284,7 @@ void UndoQueue::redo()
         throw Error("There are no more commands to redo.");
     Entry entry = std::move(state->undone.back());
     state->undone.pop_back();
-    state->redoing = true;
-    state->run(entry.items, false);
-    state->redoing = false;
-    state->done.push_back(std::move(entry));
+    state->move(std::move(entry), State::Direction::kAgain);
     state->trim();
 }
 

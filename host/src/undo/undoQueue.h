@@ -35,8 +35,9 @@ private:
 ///
 /// Every MEL command that changes something is an entry of its own, named by its text; entries made between
 /// undoInfo -openChunk and -closeChunk become one. A tool command that is finalized is an entry too.
-/// Undo and redo run with recording off. A failing undo or redo step is reported as an error, the remaining
-/// steps of the entry still run, and the queue stays usable.
+/// Undo and redo run with recording off. When a step of an entry fails, the steps before it are taken the
+/// other way again, the entry stays where it is, and undo and redo throw what the step said: nothing goes
+/// past an entry that could not be taken back.
 class UndoQueue {
 public:
     explicit UndoQueue(Session& session);

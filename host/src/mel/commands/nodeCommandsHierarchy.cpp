@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <memory>
 #include <sstream>
+#include <utility>
 
 namespace host {
 
@@ -104,8 +105,9 @@ void copyShapes(DagNode& from, DagNode& to)
     }
 }
 
-DagNode& copyTree(Graph& graph, DagNode& original, const std::string& name, Subtree subtree)
+DagNode& duplicateNode(Session& session, DagNode& original, const std::string& name, Subtree subtree)
 {
+    Graph& graph = session.graph();
     std::string text = "//Maya ASCII 2019 scene\n";
     writeTree(text, original, name, {}, subtree);
     const std::size_t before = graph.nodes().size();
@@ -115,29 +117,14 @@ DagNode& copyTree(Graph& graph, DagNode& original, const std::string& name, Subt
     options.import = true;
     MaReader(graph, unused, stream, "duplicate", options).read();
     DagNode& copy = *graph.nodes()[before]->asDag();
+    session.edits().made(copy); // from here on a failure takes it back
+    // The copy of a locked node is locked, too.
+    const bool locked = std::exchange(copy.locked, false);
     if (original.parent())
         graph.reparent(copy, original.parent());
+    copy.locked = locked;
     copyShapes(original, copy);
     return copy;
-}
-
-DagNode& duplicateNode(Session& session, DagNode& original, const std::string& name, Subtree subtree)
-{
-    struct State {
-        Ref<DagNode> original, copy;
-        Graph::Removal removal;
-    };
-    const auto state = std::make_shared<State>();
-    state->original = &original;
-    session.edits().perform(
-        [state, name, subtree](Session& now) {
-            if (state->copy)
-                now.graph().restore(state->removal);
-            else
-                state->copy = &copyTree(now.graph(), *state->original, name, subtree);
-        },
-        [state](Session& now) { state->removal = now.graph().remove(*state->copy); });
-    return *state->copy;
 }
 
 /// The transforms below a node, those above first.
