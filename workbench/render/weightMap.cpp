@@ -6,6 +6,7 @@
 #include "mel/interpreter.h"
 #include "nodes/filterAccess.h"
 #include "nodes/geometry.h"
+#include "nodes/skinWeights.h"
 #include "render/layerMap.h"
 #include "session.h"
 #include "tools/tools.h"
@@ -60,12 +61,11 @@ Deformation skinOf(host::Graph& graph, const host::DagNode& shape)
 std::optional<std::uint32_t> columnOf(Node& skin, const std::string& influencePath)
 {
     const Node* influence = skin.graph().find(influencePath);
-    const Plug matrices = skin.plug("matrix");
-    for (const std::uint32_t logical : matrices.existingIndices()) {
-        const Plug source = matrices.element(logical).source();
-        if (influence && !source.isNull() && source.node() == influence)
-            return logical;
-    }
+    const host::SkinInfluences influences(skin);
+    const std::uint32_t physical = influence && influence->asDag() ? influences.physical(*influence->asDag())
+                                                                   : host::SkinInfluences::kNone;
+    if (physical != host::SkinInfluences::kNone)
+        return influences.logical[physical];
     return std::nullopt;
 }
 

@@ -145,6 +145,21 @@ std::map<double, TargetDeltas> targetShapes(Node& blendShape, std::uint32_t geom
     return shapesOf(targetGroup(blendShape, geometry, target), base);
 }
 
+void keepLiveTargets(Node& blendShape)
+{
+    if (hasEffect(blendShape))
+        return;
+    const Plug inputs = blendShape.plug("input"), targets = blendShape.plug("inputTarget");
+    for (const std::uint32_t index : inputs.existingIndices()) {
+        const auto geometry = std::dynamic_pointer_cast<const Geometry>(
+            inputs.element(index).child("inputGeometry").data());
+        const Plug groups = targets.element(index).child("inputTargetGroup");
+        for (const std::uint32_t target : groups.existingIndices())
+            if (geometry && isLive(groups.element(target)))
+                shapesOf(groups.element(target), *geometry);
+    }
+}
+
 void deformByBlendShape(Node& node, FilterInput& input)
 {
     const Plug targets = node.plug("inputTarget").element(input.index);

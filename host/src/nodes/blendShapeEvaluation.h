@@ -27,6 +27,9 @@ std::map<double, TargetDeltas> targetShapes(Node& blendShape, std::uint32_t geom
 std::vector<std::pair<double, double>> shapeShares(const std::map<double, TargetDeltas>& shapes,
                                                    double weight);
 
+/// Lets a blend shape without effect keep the shapes of its targets; one with an effect does so as it deforms.
+void keepLiveTargets(Node& blendShape);
+
 /// p + envelope * base weight * sum over targets of target weight * deltas at the target's value.
 void deformByBlendShape(Node& node, FilterInput& input);
 

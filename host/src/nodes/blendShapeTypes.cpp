@@ -8,6 +8,7 @@ namespace {
 
 void computeBlendShape(Node& node, const Attribute& output)
 {
+    keepLiveTargets(node);
     computeFilter(node, output, deformByBlendShape);
 }
 

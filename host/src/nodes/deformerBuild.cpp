@@ -2,6 +2,7 @@
 
 #include "graph/graph.h"
 #include "nodes/geometry.h"
+#include "nodes/geometryHistory.h"
 #include "nodes/shapeEvaluation.h"
 #include "session.h"
 #include "types/error.h"
@@ -61,14 +62,10 @@ private:
     Plug frontOfChain() const
     {
         Plug fed = shape.plug(names.input);
-        for (Plug feeding = fed.source(); !feeding.isNull(); feeding = fed.source()) {
-            Node& node = *feeding.node();
-            if (node.type().name == "groupParts")
-                fed = node.plug("inputGeometry");
-            else if (node.type().isA("geometryFilter") && node.type().name != "tweak" && feeding.isElement())
-                fed = node.plug("input").element(feeding.logicalIndex()).child("inputGeometry");
-            else
+        for (const GeometryStep& step : GeometryHistory(shape).steps) {
+            if (step.fromShape() || step.node().type().name == "tweak")
                 break;
+            fed = geometryInput(step.source);
         }
         return fed;
     }
@@ -182,28 +179,6 @@ void wireDeformer(Session& session, Node& deformer, const std::vector<DeformedSh
         wiring.ensureHistory(place.membership);
         wiring.insert(deformer, static_cast<std::uint32_t>(index), shapes[index].points, place);
     }
-}
-
-std::vector<Node*> deformersOf(DagNode& shape)
-{
-    std::vector<Node*> found;
-    const ShapeAttributes* names = shapeAttributes(shape);
-    if (!names)
-        return found;
-    Plug feeding = shape.plug(names->input).source();
-    while (!feeding.isNull()) {
-        Node& node = *feeding.node();
-        if (node.type().name == "groupParts") {
-            feeding = node.plug("inputGeometry").source();
-            continue;
-        }
-        if (!node.type().isA("geometryFilter"))
-            break;
-        found.push_back(&node);
-        const std::uint32_t index = feeding.isElement() ? feeding.logicalIndex() : 0;
-        feeding = node.plug("input").element(index).child("inputGeometry").source();
-    }
-    return found;
 }
 
 } // namespace host

@@ -49,7 +49,4 @@ void addToSet(Session& session, Node& set, const SelectionList& members);
 /// Takes whole objects and the components of a shape out of a set.
 void removeFromSet(Session& session, Node& set, const SelectionList& members);
 
-/// The deformers in the history of a shape, the last one first.
-std::vector<Node*> deformersOf(DagNode& shape);
-
 } // namespace host

@@ -2,12 +2,14 @@
 
 #include "graph/graph.h"
 #include "nodes/geometry.h"
+#include "nodes/geometryHistory.h"
 #include "nodes/shapeEvaluation.h"
 #include "session.h"
 #include "types/error.h"
 #include "undo/edits.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
 
 namespace host {
@@ -17,7 +19,15 @@ namespace {
 /// What leads to a shape, from node to node along the geometry.
 class History {
 public:
-    explicit History(DagNode& end) : shape(end) { follow(shape.plug(shapeAttributes(shape)->input)); }
+    History(DagNode& end, const std::vector<GeometryStep>& path) : shape(end)
+    {
+        for (const GeometryStep& step : path) {
+            std::vector<const GeometryStep*>& from = known[&step.node()];
+            if (from.empty())
+                nodes.emplace_back(&step.node());
+            from.push_back(&step);
+        }
+    }
 
     /// Nodes that feed nothing but one another and the shape, whoever comes first.
     std::vector<Ref<Node>> removable() const
@@ -38,34 +48,12 @@ public:
         return gone;
     }
 
-    /// Connections through which geometry comes from history.
-    std::vector<Graph::Connection> path;
-
 private:
-    void follow(const Plug& input)
-    {
-        const Plug source = input.source();
-        if (source.isNull())
-            return;
-        path.push_back({source, input});
-        Node& node = *source.node();
-        if (!known.insert(&node).second)
-            return;
-        nodes.emplace_back(&node);
-        if (node.type().isA("geometryFilter"))
-            follow(node.plug("input")
-                       .element(source.isElement() ? source.logicalIndex() : 0)
-                       .child("inputGeometry"));
-        else if (node.type().name == "groupParts")
-            follow(node.plug("inputGeometry"));
-        else if (shapeAttributes(node))
-            follow(node.plug(shapeAttributes(node)->input));
-    }
-
     bool isOnPath(const Graph::Connection& link) const
     {
-        return std::any_of(path.begin(), path.end(), [&](const Graph::Connection& step) {
-            return step.source == link.source && step.destination == link.destination;
+        const auto& from = known.at(link.source.node());
+        return std::any_of(from.begin(), from.end(), [&](const GeometryStep* step) {
+            return step->source == link.source && step->input == link.destination;
         });
     }
 
@@ -88,18 +76,18 @@ private:
 
     DagNode& shape;
     std::vector<Ref<Node>> nodes;
-    std::set<const Node*> known;
+    std::map<const Node*, std::vector<const GeometryStep*>> known; ///< the steps that come from each
 };
 
 /// The groupIds by which the deformers on the way know their points of this shape.
-std::vector<Ref<Node>> groupIdsOf(const std::vector<Graph::Connection>& path)
+std::vector<Ref<Node>> groupIdsOf(const std::vector<GeometryStep>& path)
 {
     std::vector<Ref<Node>> ids;
-    for (const Graph::Connection& link : path) {
-        Node& fed = *link.destination.node();
+    for (const GeometryStep& step : path) {
+        Node& fed = *step.input.node();
         Plug id;
         if (fed.type().isA("geometryFilter"))
-            id = link.destination.parent().child("groupId").source();
+            id = step.input.parent().child("groupId").source();
         else if (fed.type().name == "groupParts")
             id = fed.plug("groupId").source();
         if (!id.isNull())
@@ -125,17 +113,18 @@ std::vector<Ref<Node>> setsOf(const std::vector<Ref<Node>>& deformers)
 void removeHistory(Session& session, DagNode& shape)
 {
     const ShapeAttributes& names = *shapeAttributes(shape);
-    const History history(shape);
-    if (history.path.empty())
+    const GeometryHistory path(shape);
+    if (path.steps.empty())
         return;
+    path.requireEnd();
     const GeometryRef geometry = shapeGeometry(shape);
     if (!geometry)
         throw Error(shape.uniqueName() + " has no geometry that could be kept without its history.");
-    const std::vector<Ref<Node>> removed = history.removable();
-    const std::vector<Ref<Node>> ids = groupIdsOf(history.path), sets = setsOf(removed);
+    const std::vector<Ref<Node>> removed = History(shape, path.steps).removable();
+    const std::vector<Ref<Node>> ids = groupIdsOf(path.steps), sets = setsOf(removed);
     Edits& edits = session.edits();
-    for (const Graph::Connection& link : history.path)
-        edits.disconnect(link.source, link.destination);
+    for (const GeometryStep& step : path.steps)
+        edits.disconnect(step.source, step.input);
     edits.setData(shape.plug(names.stored), geometry);
     edits.unset(shape.plug(names.offsets));
     for (const std::vector<Ref<Node>>* group : {&removed, &ids, &sets})

@@ -139,4 +139,41 @@ TEST_F(BlendShapeCommand, CurvesSurfacesAndLatticesKeepTheirDeltasToo)
     EXPECT_EQ(host::pointGroup(lattice, texts).points, points);
 }
 
+TEST_F(BlendShapeCommand, WhatWasPaintedOnATargetOutlivesItsDeletion)
+{
+    mel("polyPlane -n base; polyPlane -n smile; blendShape -n face smile base;"
+        "setAttr \"face.it[0].itg[0].tw[0]\" .25; setAttr \"face.it[0].bw[1]\" .5");
+    const std::string start = testing_support::sceneText(session);
+    for (const char* cut :
+         {"delete smile", "disconnectAttr smileShape.worldMesh[0] face.it[0].itg[0].iti[6000].igt"}) {
+        mel(std::string(cut) + "; undo");
+        EXPECT_EQ(melFloat("getAttr \"face.it[0].itg[0].tw[0]\""), 0.25f) << cut;
+        EXPECT_EQ(melFloat("getAttr \"face.it[0].bw[1]\""), 0.5f) << cut;
+        EXPECT_EQ(testing_support::sceneText(session), start) << cut;
+    }
+}
+
+TEST_F(BlendShapeCommand, AnEditOfATargetReachesItsShapeThoughNobodyLookedBeforeItWent)
+{
+    for (const bool looked : {false, true}) {
+        mel("file -f -new; polyPlane -n base -sx 1 -sy 1; polyPlane -n targ -sx 1 -sy 1;"
+            "blendShape -w 0 1 -n face targ base; pointPosition base.vtx[0]; move -r 0 3 0 targ.vtx[*]");
+        if (looked)
+            mel("pointPosition base.vtx[0]");
+        mel("delete targ");
+        EXPECT_EQ(melFloats("pointPosition base.vtx[0]").at(1), 3.0) << looked;
+    }
+}
+
+TEST_F(BlendShapeCommand, ADisconnectionAmidOthersIsRedoneAlike)
+{
+    mel("polyPlane -n base -sx 1 -sy 1; polyPlane -n targ -sx 1 -sy 1; blendShape -w 0 1 -n face targ base;"
+        "move -r 0 3 0 targ.vtx[*]; disconnectAttr targShape.worldMesh[0] face.it[0].itg[0].iti[6000].igt;"
+        "move -r 0 1 0 targ.vtx[*]");
+    const double height = melFloats("pointPosition base.vtx[0]").at(1);
+    EXPECT_EQ(height, 3.0);
+    mel("undo; undo; undo; pointPosition base.vtx[0]; redo; redo; redo");
+    EXPECT_EQ(melFloats("pointPosition base.vtx[0]").at(1), height);
+}
+
 } // namespace

@@ -1,6 +1,7 @@
 // Several deformers on one shape in every order, and deformers on curves and surfaces.
 #include "graph/graph.h"
 #include "nodes/deformerBuild.h"
+#include "nodes/geometryHistory.h"
 #include "nodes/geometry.h"
 #include "support/hostFixture.h"
 

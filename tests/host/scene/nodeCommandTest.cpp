@@ -59,6 +59,8 @@ TEST_F(NodeCommands, EveryChangeCanBeTakenBackAndMadeAgain)
         {"parent b j", "ls -l b"},
         {"duplicate root", "ls -assemblies"},
         {"delete j", "ls j b"},
+        {"lockNode root", "lockNode -q root"},
+        {"duplicate root", "ls -assemblies"},
     };
     for (const auto& row : rows)
         expectChange(row.command, row.look);

@@ -18,6 +18,8 @@ public:
         make("adder", "x");
         make("adder", "y");
         make("holder", "h");
+        make("holder", "h2");
+        plug("h.label").setText("said");
         DagNode& top = place("top");
         place("arm", &top);
         place("hand", &top);
@@ -27,6 +29,12 @@ public:
         graph.addAttribute(graph.get("h"), AttributeSpec("extra", "ex").take());
         connect("h.extra", "y.a");
         connect("x.sum", "h.extra");
+        connect("x.sum", "h.deep[5].group[2].id");
+        connect("x.sum", "h.weightList[9].weights[0]");
+        connect("h.label", "h2.label");
+        // What is written into an element that only a connection has made.
+        set("h.deep[5].group[3].id", 7);
+        set("h.weightList[9].weights[1]", 0.75);
     }
 
     /// Makes an edit, undoes and redoes it twice, and leaves it undone.
@@ -66,6 +74,7 @@ TEST_F(EditsTest, EveryEditIsTakenBackAndTakenAgainExactly)
         {"create below", [&] { edits.create(*graph.types().find("place"), "leaf", &dag("arm")); }},
         {"create a shape with its transform", [&] { edits.create(*graph.types().find("mesh")); }},
         {"remove", [&] { edits.remove(graph.get("h")); }},
+        {"remove what feeds elements", [&] { edits.remove(graph.get("x")); }},
         {"remove a subtree", [&] { edits.remove(graph.get("top")); }},
         {"rename", [&] { edits.rename(graph.get("x"), "y"); }},
         {"reparent", [&] { edits.reparent(dag("arm"), nullptr); }},
@@ -86,6 +95,8 @@ TEST_F(EditsTest, EveryEditIsTakenBackAndTakenAgainExactly)
         {"connect", [&] { edits.connect(plug("y.sum"), plug("h.moveX")); }},
         {"connect over another", [&] { edits.connect(plug("y.sum"), plug("h.plain"), true); }},
         {"disconnect", [&] { edits.disconnect(plug("x.sum"), plug("h.plain")); }},
+        {"disconnect an element", [&] { edits.disconnect(plug("x.sum"), plug("h.deep[5].group[2].id")); }},
+        {"disconnect a text", [&] { edits.disconnect(plug("h.label"), plug("h2.label")); }},
         {"add attribute", [&] { edits.addAttribute(graph.get("x"), AttributeSpec("more", "mo").take()); }},
         {"remove attribute",
          [&] { edits.removeAttribute(graph.get("h"), *graph.get("h").findAttribute("extra")); }},
@@ -147,13 +158,46 @@ TEST_F(EditsTest, ARefusedEditLeavesNothingToUndo)
     EXPECT_EQ(describe(), before);
 }
 
-TEST_F(EditsTest, UndoOfAnEditOfADeletedNodeIsAnErrorAndTheQueueGoesOn)
+TEST_F(EditsTest, WhatACutLeavesBehindDoesNotDependOnWhoHasLooked)
+{
+    make("holder", "end");
+    make("adder", "middle");
+    for (const bool looked : {false, true}) {
+        connect("h.plain", "middle.a", true);
+        connect("middle.sum", "end.plain", true);
+        set("x.a", looked ? 3 : 4);
+        if (looked)
+            number("end.plain");
+        edits.remove(graph.get("middle")); // its own input is cut first
+        EXPECT_EQ(number("end.plain"), looked ? 23 : 24);
+        undo.undo();
+        set("x.a", 5);
+        EXPECT_EQ(number("end.plain"), 25);
+        disconnect("middle.sum", "end.plain");
+        disconnect("h.plain", "middle.a");
+    }
+}
+
+TEST_F(EditsTest, ValuesWrittenInBetweenSurviveAnUndo)
+{
+    edits.disconnect(plug("x.sum"), plug("h.deep[5].group[2].id"));
+    set("h.deep[5].group[4].id", 8); // by a plug-in, which records nothing
+    edits.setNumber(plug("h.deep[6].group[0].id"), 9);
+    set("h.deep[6].group[1].id", 10);
+    undo.undo();
+    undo.undo();
+    EXPECT_EQ(number("h.deep[5].group[4].id"), 8);
+    EXPECT_EQ(number("h.deep[6].group[1].id"), 10);
+    EXPECT_FALSE(plug("h.deep[6].group[0]").exists());
+}
+
+TEST_F(EditsTest, UndoOfAnEditOfADeletedNodeIsAnErrorAndKeepsItsPlace)
 {
     edits.setNumber(plug("x.b"), 1);
     edits.setNumber(plug("y.b"), 2);
     graph.remove(graph.get("y"));
-    expectError("The node 'y' has been deleted.");
-    undo.undo();
-    undo.undo();
-    EXPECT_EQ(number("x.b"), 10);
+    for (int attempt = 0; attempt < 2; ++attempt)
+        EXPECT_EQ(errorOf([&] { undo.undo(); }), "The node 'y' has been deleted.");
+    EXPECT_EQ(number("x.b"), 1);
+    EXPECT_EQ(undo.undoCount(), 2u);
 }

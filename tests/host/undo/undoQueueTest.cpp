@@ -142,21 +142,54 @@ TEST_F(UndoQueueTest, SuspendedWorkIsNotRecordedAndIsolatedWorkIsItsOwnStep)
     EXPECT_EQ(undo.names(), (Names{"type b", "left open", "outer"}));
 }
 
-TEST_F(UndoQueueTest, AStepThatFailsIsReportedAndTheOthersRun)
+TEST_F(UndoQueueTest, AnEntryThatFailsKeepsItsPlaceAndLeavesNothingHalfDone)
 {
+    bool fails = true;
+    const auto stubborn = [&](Session&) {
+        if (fails)
+            throw Error("cannot go");
+    };
+    command("z");
     {
         const UndoQueue::CommandScope scope(undo, "mixed");
         type("a");
-        session.edits().perform([](Session&) {}, [](Session&) { throw Error("cannot go back"); });
+        session.edits().perform([](Session&) {}, stubborn);
         type("b");
-        session.edits().perform([](Session&) {}, [](Session&) { throw 7; });
     }
-    expectError("cannot go back");
-    expectError("A step could not be undone.");
+    for (int attempt = 0; attempt < 2; ++attempt)
+        EXPECT_THROW(undo.undo(), Error);
+    EXPECT_EQ(text, "zab");
+    EXPECT_EQ(undo.names(), (Names{"type z", "mixed"}));
+    EXPECT_TRUE(undo.recording());
+    fails = false;
     undo.undo();
-    EXPECT_EQ(text, "");
+    EXPECT_EQ(text, "z");
     undo.redo();
-    EXPECT_EQ(text, "ab");
+    EXPECT_EQ(text, "zab");
+
+    session.edits().perform([](Session&) {}, [](Session&) { throw 7; });
+    EXPECT_THROW(undo.undo(), Error);
+    EXPECT_EQ(undo.undoCount(), 3u);
+}
+
+TEST_F(UndoQueueTest, ARedoThatFailsKeepsItsPlaceToo)
+{
+    int times = 0;
+    {
+        const UndoQueue::CommandScope scope(undo, "once");
+        type("a");
+        session.edits().perform(
+            [&](Session&) {
+                if (++times > 1)
+                    throw Error("not twice");
+            },
+            [](Session&) {});
+    }
+    undo.undo();
+    EXPECT_THROW(undo.redo(), Error);
+    EXPECT_EQ(text, "");
+    EXPECT_EQ(undo.redoName(), "once");
+    EXPECT_EQ(undo.undoCount(), 0u);
 }
 
 TEST_F(UndoQueueTest, UndoingIsVisibleToTheStepsAndCannotBeNested)

@@ -3,7 +3,7 @@
 #include "graph/graph.h"
 #include "mel/commands/commandTargets.h"
 #include "mel/commands/register.h"
-#include "nodes/shapeEvaluation.h"
+#include "nodes/geometryHistory.h"
 #include "session.h"
 #include "types/error.h"
 
@@ -31,20 +31,10 @@ std::vector<ShapePoints> shapePoints(Session& session, const std::vector<std::st
 
 std::uint32_t geometryIndex(Node& deformer, DagNode& shape)
 {
-    // From the shape upstream: the deformer may be followed by others.
-    Plug feeding = shape.plug(shapeAttributes(shape)->input).source();
-    while (!feeding.isNull() && feeding.node() != &deformer) {
-        Node& node = *feeding.node();
-        if (node.type().name == "groupParts")
-            feeding = node.plug("inputGeometry").source();
-        else if (node.type().isA("geometryFilter") && feeding.isElement())
-            feeding = node.plug("input").element(feeding.logicalIndex()).child("inputGeometry").source();
-        else
-            break;
-    }
-    if (feeding.isNull() || feeding.node() != &deformer || !feeding.isElement())
+    const auto index = indexInHistory(shape, deformer);
+    if (!index)
         throw Error(deformer.uniqueName() + " does not deform " + shape.uniqueName() + ".");
-    return feeding.logicalIndex();
+    return *index;
 }
 
 mel::CommandSpec withPlaceFlags(mel::CommandSpec spec)

@@ -8,7 +8,9 @@
 #include "nodes/bindPose.h"
 #include "nodes/deformerBuild.h"
 #include "nodes/geometry.h"
+#include "nodes/geometryHistory.h"
 #include "nodes/shapeEvaluation.h"
+#include "nodes/skinWeights.h"
 #include "session.h"
 #include "types/error.h"
 #include "undo/edits.h"
@@ -27,23 +29,6 @@ using mel::Args;
 using mel::ArgType;
 using mel::CommandSpec;
 using mel::Value;
-
-struct Influence {
-    std::uint32_t logical;
-    DagNode* node;
-};
-
-std::vector<Influence> influencesOf(Node& skin)
-{
-    std::vector<Influence> all;
-    const Plug matrices = skin.plug("matrix");
-    for (const std::uint32_t index : matrices.existingIndices()) {
-        const Plug source = matrices.element(index).source();
-        if (!source.isNull() && source.node()->asDag())
-            all.push_back({index, source.node()->asDag()});
-    }
-    return all;
-}
 
 /// What a bone fills in space: a line from its joint to the next.
 struct Bone {
@@ -227,9 +212,10 @@ mel::StringArray weightedInfluences(Node& skin)
                 if (entry.weight != 0.0)
                     columns.insert(entry.column);
     mel::StringArray names;
-    for (const Influence& influence : influencesOf(skin))
-        if (columns.count(influence.logical) != 0)
-            names.push_back(influence.node->uniqueName());
+    const SkinInfluences influences(skin);
+    for (std::size_t physical = 0; physical < influences.count(); ++physical)
+        if (columns.count(influences.logical[physical]) != 0)
+            names.push_back(influences.nodes[physical]->uniqueName());
     return names;
 }
 
@@ -237,8 +223,8 @@ Value querySkin(const Args& args, Node& skin)
 {
     mel::StringArray names;
     if (args.isSet("influence")) {
-        for (const Influence& influence : influencesOf(skin))
-            names.push_back(influence.node->uniqueName());
+        for (const DagNode* influence : SkinInfluences(skin).nodes)
+            names.push_back(influence->uniqueName());
         return names;
     }
     if (args.isSet("weightedInfluence"))
@@ -246,11 +232,8 @@ Value querySkin(const Args& args, Node& skin)
     if (args.isSet("geometry")) {
         for (const Ref<Node>& node : skin.graph().nodes())
             if (DagNode* shape = node->asDag();
-                shape && shapeAttributes(*shape) && !shape->isIntermediate()) {
-                const std::vector<Node*> deformers = deformersOf(*shape);
-                if (std::find(deformers.begin(), deformers.end(), &skin) != deformers.end())
-                    names.push_back(shape->uniqueName());
-            }
+                shape && !shape->isIntermediate() && indexInHistory(*shape, skin))
+                names.push_back(shape->uniqueName());
         return names;
     }
     for (const char* flag : {"normalizeWeights", "skinMethod"})
@@ -274,37 +257,36 @@ Value querySkin(const Args& args, Node& skin)
 /// the others of each vertex in proportion.
 void removeInfluence(Session& session, Node& skin, const std::string& name)
 {
-    Node& joint = session.graph().get(name);
-    for (const Influence& influence : influencesOf(skin)) {
-        if (influence.node != &joint)
-            continue;
-        const Plug list = skin.plug("weightList");
-        session.edits().replaceBelow(list, [&] {
-            WeightRows& rows = list.makeRows();
-            for (std::uint32_t row = 0; row < rows.rowEnd(); ++row) {
-                const double gone = rows.get(row, influence.logical);
-                rows.erase(row, influence.logical);
-                const WeightRows::Span span = rows.row(row);
-                const std::vector<WeightRows::Entry> rest(span.begin(), span.end());
-                double sum = 0;
-                for (const WeightRows::Entry& entry : rest)
-                    sum += entry.weight;
-                for (const WeightRows::Entry& entry : rest)
-                    if (sum > 0)
-                        rows.set(row, entry.column, entry.weight * (1 + gone / sum));
-            }
-            list.changed();
-        });
-        for (const char* attribute : {"matrix", "lockWeights"}) {
-            const Plug element = skin.plug(attribute).element(influence.logical);
-            if (!element.source().isNull())
-                session.edits().disconnect(element.source(), element);
-            session.edits().unset(element);
+    const SkinInfluences influences(skin);
+    const DagNode* const joint = session.graph().get(name).asDag();
+    const std::uint32_t physical = joint ? influences.physical(*joint) : SkinInfluences::kNone;
+    if (physical == SkinInfluences::kNone)
+        throw Error("skinCluster: " + name + " is no influence of " + skin.name() + ".");
+    const std::uint32_t column = influences.logical[physical];
+    const Plug list = skin.plug("weightList");
+    session.edits().replaceBelow(list, [&] {
+        WeightRows& rows = list.makeRows();
+        for (std::uint32_t row = 0; row < rows.rowEnd(); ++row) {
+            const double gone = rows.get(row, column);
+            rows.erase(row, column);
+            const WeightRows::Span span = rows.row(row);
+            const std::vector<WeightRows::Entry> rest(span.begin(), span.end());
+            double sum = 0;
+            for (const WeightRows::Entry& entry : rest)
+                sum += entry.weight;
+            for (const WeightRows::Entry& entry : rest)
+                if (sum > 0)
+                    rows.set(row, entry.column, entry.weight * (1 + gone / sum));
         }
-        session.edits().unset(skin.plug("bindPreMatrix").element(influence.logical));
-        return;
+        list.changed();
+    });
+    for (const char* attribute : {"matrix", "lockWeights"}) {
+        const Plug element = skin.plug(attribute).element(column);
+        if (!element.source().isNull())
+            session.edits().disconnect(element.source(), element);
+        session.edits().unset(element);
     }
-    throw Error("skinCluster: " + name + " is no influence of " + skin.name() + ".");
+    session.edits().unset(skin.plug("bindPreMatrix").element(column));
 }
 
 Value editSkin(Session& session, const Args& args, Node& skin)
@@ -322,9 +304,8 @@ Value editSkin(Session& session, const Args& args, Node& skin)
         DagNode* joint = session.graph().get(args.text("addInfluence")).asDag();
         if (!joint || joint->isShape())
             throw Error("skinCluster: " + args.text("addInfluence") + " is no joint or transform.");
-        for (const Influence& influence : influencesOf(skin))
-            if (influence.node == joint)
-                throw Error("skinCluster: " + args.text("addInfluence") + " is an influence already.");
+        if (SkinInfluences(skin).physical(*joint) != SkinInfluences::kNone)
+            throw Error("skinCluster: " + args.text("addInfluence") + " is an influence already.");
         const std::vector<std::uint32_t> used = skin.plug("matrix").existingIndices();
         connectInfluence(session, skin, used.empty() ? 0 : used.back() + 1, *joint);
         if (args.isSet("lockWeights"))
