@@ -166,14 +166,19 @@ std::string firstDifference(const std::string& before, const std::string& after)
 Reopening::Reopening() : path(::testing::TempDir() + "reopening" + std::to_string(getpid()) + ".ma")
 {
     session.messages().setSink([](host::Messages::Kind, const std::string&) {});
+    session.messages().setPrintSink([](const std::string&) {});
 }
 
 std::string Reopening::operator()(const std::string& text)
 {
+    host::Session& before = host::Session::current();
+    session.makeCurrent();
     std::ofstream(path, std::ios::binary) << text;
     session.mel().execute("file -f -open \"" + path + "\"");
     std::remove(path.c_str());
-    return sceneText(session);
+    std::string again = sceneText(session);
+    before.makeCurrent();
+    return again;
 }
 
 } // namespace testing_support
