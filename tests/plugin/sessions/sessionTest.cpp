@@ -35,7 +35,9 @@ public:
     RandomSession()
         : steps(session, fromEnvironment("MORVANE_SESSION_SEED", 1) + GetParam(), libraryPath("morvane")),
           errors(std::cerr.rdbuf(nullptr))
-    {}
+    {
+        session.makeCurrent(); // the one beside it, which reopens, came later
+    }
     ~RandomSession() override { std::cerr.rdbuf(errors); }
 
     /// False when the command was refused.
@@ -199,7 +201,6 @@ void RandomSession::checkReopening()
 TEST_P(RandomSession, LosesNothing)
 {
     allowMessages();
-    session.makeCurrent(); // the one beside it came later
     const unsigned operations = fromEnvironment("MORVANE_SESSION_OPERATIONS", kOperations);
     for (unsigned operation = 0; operation < operations && !HasFailure(); ++operation) {
         if (operation % kOperationsPerScene == 0)
