@@ -51,27 +51,20 @@ void keepValue(const Plug& plug, Node& node)
     }
 }
 
-/// Some nodes keep what they make of a value that is not kept itself, such as the offsets of a target: it is
-/// made once more while the value can still be had.
-void letNodeKeepItsOwn(const Plug& destination)
+/// Whether the node at the end stores something in place of what it is fed.
+bool keepsItsOwn(const Plug& destination)
 {
     const Attribute& attribute = *destination.attribute();
-    if (attribute.type != AttributeType::kData || attribute.flags.storable)
-        return;
-    Node& node = *destination.node();
-    for (const Attribute* output : node.type().affectedBy(attribute.root().childIndex)) {
-        try {
-            node.evaluate(*output);
-        } catch (const Error&) {
-            // Then it keeps what it had.
-        }
-    }
+    return attribute.type == AttributeType::kData && !attribute.flags.storable && attribute.parent &&
+           destination.node()->type().keepInput;
 }
 
 void keepDelivered(const Plug& destination)
 {
     try {
         keepValue(destination, *destination.node());
+        if (keepsItsOwn(destination))
+            destination.node()->type().keepInput(destination);
     } catch (const Error&) {
         // A source that cannot be computed leaves the destination with the value it had before.
     }
@@ -178,14 +171,12 @@ void Graph::add(Connection connection)
 /// Every value that stays is looked up while all connections still stand: each may depend on the others.
 std::vector<Graph::Connection> Graph::cutAll(const std::vector<std::pair<Link*, Afterwards>>& cuts)
 {
-    for (const auto& [link, afterwards] : cuts)
-        if (afterwards == Afterwards::kDelivered)
-            letNodeKeepItsOwn(link->destination);
     std::vector<Connection> gone;
     for (const auto& [link, afterwards] : cuts) {
         gone.push_back(describe(*link));
         if (afterwards == Afterwards::kDelivered && !link->destination.isArray())
-            gone.back().hidden = std::make_shared<StoredValue>(link->destination);
+            gone.back().hidden = std::make_shared<StoredValue>(
+                keepsItsOwn(link->destination) ? link->destination.parent() : link->destination);
     }
     for (const auto& [link, afterwards] : cuts)
         if (afterwards == Afterwards::kDelivered)

@@ -94,6 +94,7 @@ void NodeType::derive(const NodeType& from)
     shape = from.shape;
     compute = from.compute;
     initialise = from.initialise;
+    keepInput = from.keepInput;
     roots = from.roots;
     affects = from.affects;
     dagOutput = from.dagOutput;

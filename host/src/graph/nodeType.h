@@ -22,6 +22,10 @@ public:
     /// Called once for each new node, to give it the elements and values a fresh node has.
     using Initialise = void (*)(Node& node);
 
+    /// Called while a value that is not stored, a geometry say, still comes to an input, which is about to
+    /// lose it: stores what shall outlive it beside the input, in the same compound.
+    using KeepInput = void (*)(const Plug& input);
+
     std::string name;               ///< "skinCluster"
     const NodeType* base = nullptr; ///< attributes and function types are inherited
     MFn::Type apiType = MFn::kPluginDependNode;
@@ -32,6 +36,7 @@ public:
     std::string defaultName; ///< base of automatic names; the type name when empty
     Compute compute = nullptr;
     Initialise initialise = nullptr;
+    KeepInput keepInput = nullptr;
 
     std::vector<Ref<Attribute>> roots; ///< base type's first, in order
     /// input root -> output roots that must be computed again when it (or anything below it) changes.

@@ -37,7 +37,7 @@ TargetDeltas liveDeltas(const Plug& item, const Geometry& shape, const Points& b
     return deltas;
 }
 
-/// Keeps what a connected target shows in the node, so that the target's shape outlives the target.
+/// Puts the deltas of a target into the node.
 void storeDeltas(const Plug& item, const TargetDeltas& deltas, const Geometry& base)
 {
     auto offsets = std::make_shared<PointArrayData>();
@@ -87,22 +87,10 @@ std::map<double, TargetDeltas> shapesOf(const Plug& group, const Geometry& geome
         const Plug target = item.child("inputGeomTarget");
         const auto live =
             target.isDestination() ? std::dynamic_pointer_cast<const Geometry>(target.data()) : GeometryRef();
-        TargetDeltas deltas =
+        shapes[(index - kItemOfBase) / kItemsPerWeight] =
             live ? liveDeltas(item, *live, geometry.points()) : storedDeltas(item, geometry);
-        if (live)
-            storeDeltas(item, deltas, geometry);
-        shapes[(index - kItemOfBase) / kItemsPerWeight] = std::move(deltas);
     }
     return shapes;
-}
-
-bool isLive(const Plug& group)
-{
-    const Plug items = group.child("inputTargetItem");
-    for (const std::uint32_t index : items.existingIndices())
-        if (items.element(index).child("inputGeomTarget").isDestination())
-            return true;
-    return false;
 }
 
 /// Adds one shape's deltas; `factor` is the target's share at weight 1 of its points.
@@ -145,19 +133,16 @@ std::map<double, TargetDeltas> targetShapes(Node& blendShape, std::uint32_t geom
     return shapesOf(targetGroup(blendShape, geometry, target), base);
 }
 
-void keepLiveTargets(Node& blendShape)
+void keepTarget(const Plug& input)
 {
-    if (hasEffect(blendShape))
+    const Plug item = input.parent();
+    if (input.attribute()->longName != "inputGeomTarget")
         return;
-    const Plug inputs = blendShape.plug("input"), targets = blendShape.plug("inputTarget");
-    for (const std::uint32_t index : inputs.existingIndices()) {
-        const auto geometry = std::dynamic_pointer_cast<const Geometry>(
-            inputs.element(index).child("inputGeometry").data());
-        const Plug groups = targets.element(index).child("inputTargetGroup");
-        for (const std::uint32_t target : groups.existingIndices())
-            if (geometry && isLive(groups.element(target)))
-                shapesOf(groups.element(target), *geometry);
-    }
+    const Plug base = input.node()->plug("input").element(input.index(0)).child("inputGeometry");
+    const auto geometry = std::dynamic_pointer_cast<const Geometry>(base.data());
+    const auto live = std::dynamic_pointer_cast<const Geometry>(input.data());
+    if (geometry && live)
+        storeDeltas(item, liveDeltas(item, *live, geometry->points()), *geometry);
 }
 
 void deformByBlendShape(Node& node, FilterInput& input)
@@ -168,7 +153,7 @@ void deformByBlendShape(Node& node, FilterInput& input)
     for (const std::uint32_t target : targets.child("inputTargetGroup").existingIndices()) {
         const double value = values.element(target).number();
         const Plug group = targetGroup(node, input.index, target);
-        if (value == 0.0 && !isLive(group))
+        if (value == 0.0)
             continue;
         const std::map<double, TargetDeltas> shapes = shapesOf(group, *input.geometry);
         for (const auto& [stop, share] : shapeShares(shapes, value))

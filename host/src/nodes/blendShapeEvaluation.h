@@ -17,8 +17,8 @@ struct TargetDeltas {
 
 /// The shapes of target `target` for geometry `geometry`, by the weight at which each is reached (item 6000
 /// is weight 1, 5500 weight 0.5). A connected target geometry counts before stored deltas: target minus the
-/// incoming geometry; it replaces the stored ones, unrecorded, so that they still stand when the target is
-/// gone. Throws host::Error when a target has fewer points than the base and topologyCheck is on.
+/// incoming geometry. Throws host::Error when a target has fewer points than the base and topologyCheck is
+/// on.
 std::map<double, TargetDeltas> targetShapes(Node& blendShape, std::uint32_t geometry, std::uint32_t target,
                                             const Geometry& base);
 
@@ -27,8 +27,9 @@ std::map<double, TargetDeltas> targetShapes(Node& blendShape, std::uint32_t geom
 std::vector<std::pair<double, double>> shapeShares(const std::map<double, TargetDeltas>& shapes,
                                                    double weight);
 
-/// Lets a blend shape without effect keep the shapes of its targets; one with an effect does so as it deforms.
-void keepLiveTargets(Node& blendShape);
+/// Stores the deltas of a target that is still connected, so that its shape outlives it. `input` is the
+/// target's inputGeomTarget.
+void keepTarget(const Plug& input);
 
 /// p + envelope * base weight * sum over targets of target weight * deltas at the target's value.
 void deformByBlendShape(Node& node, FilterInput& input);

@@ -8,7 +8,6 @@ namespace {
 
 void computeBlendShape(Node& node, const Attribute& output)
 {
-    keepLiveTargets(node);
     computeFilter(node, output, deformByBlendShape);
 }
 
@@ -62,6 +61,7 @@ void registerBlendShapeTypes(NodeTypeRegistry& registry)
     type.add(longAttribute("parentDirectory", "pndr").array());
     type.affectAll({"weight", "inputTarget"}, {"outputGeometry"});
     type.compute = computeBlendShape;
+    type.keepInput = keepTarget;
 }
 
 } // namespace host

@@ -52,17 +52,12 @@ PointGroup memberPoints(const Plug& element, const Geometry& geometry)
     return everything;
 }
 
-bool hasEffect(Node& node)
-{
-    return node.plug("envelope").number() != 0.0 && node.plug("nodeState").number() != 1.0;
-}
-
 void computeFilter(Node& node, const Attribute& output, void (*deform)(Node&, FilterInput&))
 {
     const Plug inputs = node.plug("input");
     const Plug outputs(&node, &output);
     const double envelope = node.plug("envelope").number();
-    const bool idle = !hasEffect(node);
+    const bool idle = envelope == 0.0 || node.plug("nodeState").number() == 1.0;
     for (const std::uint32_t index : inputs.existingIndices()) {
         const Plug element = inputs.element(index);
         FilterInput input;

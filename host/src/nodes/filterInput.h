@@ -36,11 +36,8 @@ struct FilterInput {
 /// points when there is neither.
 PointGroup memberPoints(const Plug& input, const Geometry& geometry);
 
-/// False while a deformer only passes its inputs on (node state, envelope 0).
-bool hasEffect(Node& node);
-
 /// Computes outputGeometry of a deformer: every input geometry is handed to `deform`, which writes to
-/// input.points.
+/// input.points. A deformer without effect (node state, envelope 0) passes its inputs on.
 void computeFilter(Node& node, const Attribute& output, void (*deform)(Node&, FilterInput&));
 
 /// Calls `change` for runs of members (see FilterInput::point) that cover them all, on several threads when

@@ -5,6 +5,7 @@
 #include "mel/commands/plugArguments.h"
 #include "nodes/historyRemoval.h"
 #include "nodes/shapeEvaluation.h"
+#include "selection/selectionState.h"
 #include "session.h"
 #include "undo/edits.h"
 
@@ -107,6 +108,16 @@ void removeHistoryBelow(Session& session, DagNode& node)
             removeHistoryBelow(session, *child);
 }
 
+/// What is selected goes with its nodes and comes back with them.
+void restoreSelectionOnUndo(Session& session)
+{
+    session.edits().perform([](Session&) {},
+                            [before = session.selection().active()](Session& again) {
+                                if (again.selection().active().items.size() != before.items.size())
+                                    again.selection().setActive(before);
+                            });
+}
+
 Value deleteHistory(Session& session, const Args& args)
 {
     std::vector<Node*> nodes;
@@ -115,6 +126,7 @@ Value deleteHistory(Session& session, const Args& args)
     else
         for (const Ref<DagNode>& root : session.graph().roots())
             nodes.push_back(root.get());
+    restoreSelectionOnUndo(session);
     for (Node* const node : nodes)
         if (DagNode* const dag = node->asDag())
             removeHistoryBelow(session, *dag);
@@ -123,6 +135,7 @@ Value deleteHistory(Session& session, const Args& args)
 
 Value deleteHistoryOfSelection(Session& session, const Args&)
 {
+    restoreSelectionOnUndo(session);
     for (Node* const node : nodesOrSelection(session, {}))
         if (DagNode* const dag = node->asDag())
             removeHistoryBelow(session, *dag);
@@ -150,6 +163,8 @@ Value deleteCommand(Session& session, const Args& args)
 
 void deleteNodes(Session& session, const std::vector<Node*>& nodes)
 {
+    if (!nodes.empty())
+        restoreSelectionOnUndo(session);
     Nodes doomed;
     for (Node* const node : nodes) {
         if (DagNode* const dag = node->asDag())
