@@ -98,8 +98,9 @@ void Graph::pull(Node& node, const Attribute& output)
     const auto known = failures.find({&node, &output});
     if (known != failures.end())
         std::rethrow_exception(known->second);
+    const Behind dirtyOnes({&node, &output});
     const bool outermost = parts->pulls++ == 0;
-    for (const auto& [behind, root] : Behind({&node, &output}).order) {
+    for (const auto& [behind, root] : dirtyOnes.order) {
         if (!behind->isDirty(*root) || failures.count({behind, root}) != 0)
             continue;
         try {

@@ -11,6 +11,7 @@
 namespace host {
 
 class Node;
+class Plug;
 
 /// What all nodes of one type share: name, inheritance, attributes, what affects what, and the function
 /// that computes. Built once by nodes/, owned by the registry, immutable afterwards.

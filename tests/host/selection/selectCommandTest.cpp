@@ -81,6 +81,8 @@ TEST_F(SelectCommands, DeletedThingsLeaveTheSelectionAndUndoOfSelectBringsARichS
     mel("delete sheet");
     EXPECT_EQ(selected(), Names{"other"});
     EXPECT_TRUE(texts(state().rich().selection).empty());
+    mel("undo");
+    EXPECT_EQ(selected(), (Names{"sheet", "other"})) << "what comes back is selected again";
 }
 
 TEST_F(SelectCommands, OptionsAreQueriedAndUndone)
