@@ -65,6 +65,9 @@ Program::Program(const Options& asked) : options(asked)
 {
     hostSession.viewport().width = options.width;
     hostSession.viewport().height = options.height;
+    const std::string beside = builtPlugIn();
+    if (!beside.empty())
+        hostSession.plugins().addFolder(std::filesystem::path(beside).parent_path().string());
     if (progress.toTerminal())
         keepTerminalTidy();
     // Only a picture asks for it.
@@ -85,8 +88,9 @@ void Program::keepTerminalTidy()
     });
     hostSession.messages().setPrintSink([this](const std::string& text) {
         progress.clear();
-        std::fwrite(text.data(), 1, text.size(), stdout);
-        std::fflush(stdout);
+        const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+        if (std::fflush(stdout) != 0 || !written)
+            throw host::Error(std::string("Cannot print: ") + std::strerror(errno) + ".");
     });
 }
 
@@ -119,7 +123,7 @@ void Program::start()
         openScene();
         loadPlugIn();
         for (const Options::Task& task : options.tasks) {
-            if (hostSession.quitting())
+            if (hostSession.quitting() || hasFailed)
                 break;
             runTask(task);
         }
@@ -189,6 +193,8 @@ void Program::runTask(const Options::Task& task)
 void Program::idle()
 {
     hostSession.tools().idle().run();
+    // The messages have told what failed.
+    hasFailed = hasFailed || hostSession.tools().idle().failures() > 0;
 }
 
 void Program::writeImage()

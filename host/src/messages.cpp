@@ -1,8 +1,11 @@
 #include "messages.h"
 
 #include "trace.h"
+#include "types/error.h"
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 namespace host {
 
@@ -41,8 +44,9 @@ void Messages::print(const std::string& text)
         printed(text);
         return;
     }
-    std::fwrite(text.data(), 1, text.size(), stdout);
-    std::fflush(stdout);
+    const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+    if (std::fflush(stdout) != 0 || !written)
+        throw Error(std::string("Cannot print: ") + std::strerror(errno) + ".");
 }
 
 } // namespace host

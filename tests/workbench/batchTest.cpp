@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
+
+#include <sys/wait.h>
 
 using namespace testing_support;
 
@@ -106,6 +109,7 @@ TEST(Batch, FilesThatCannotBeReadEndWithOne)
         {"--batch", "--plug-in", folder.file("missing.so")},
         {"--batch", "--plug-in", text},
         {"--batch", "--no-plug-in", "--trace", folder.file("no/such/folder")},
+        {"--batch", "--no-plug-in", folder.path},
     };
     for (const std::vector<std::string>& arguments : cases) {
         const RunResult run = runWorkbench(arguments);
@@ -113,6 +117,33 @@ TEST(Batch, FilesThatCannotBeReadEndWithOne)
         const std::string file = std::filesystem::path(arguments.back()).filename().string();
         EXPECT_TRUE(contains(run.err, "// Error: ") && contains(run.err, file)) << run.err;
     }
+}
+
+TEST(Batch, WhatFailsLaterOrCannotBePrintedEndsWithOneToo)
+{
+    const RunResult deferred =
+        runWorkbench({"--batch", "--no-plug-in", "-c",
+                      "evalDeferred \"error \\\"late\\\"\"; print \"first\\n\"", "-c", "print \"never\\n\""});
+    EXPECT_EQ(deferred.status, 1);
+    EXPECT_EQ(deferred.out, "first\n");
+    EXPECT_TRUE(contains(deferred.err, "late")) << deferred.err;
+
+    const std::string printing =
+        std::string(WORKBENCH_PROGRAM) + " --batch --no-plug-in -c 'print \"lost\"' >/dev/full 2>/dev/null";
+    EXPECT_EQ(WEXITSTATUS(std::system(printing.c_str())), 1);
+
+    const Folder folder;
+    EXPECT_TRUE(contains(runWorkbench({"--batch", "--no-plug-in", folder.path}).err, "is a folder"));
+}
+
+TEST(Batch, ThePlugInIsFoundByNameBesideTheProgramAndInTheCurrentFolder)
+{
+    EXPECT_EQ(
+        runWorkbench({"--batch", "--no-plug-in", "-c", "loadPlugin morvane; morvaneContext mine"}).status, 0);
+    const std::string elsewhere = "cd '" + std::filesystem::path(WORKBENCH_PROGRAM).parent_path().string() +
+                                  "/../test-plug-ins' && " + WORKBENCH_PROGRAM +
+                                  " --batch --no-plug-in -c 'loadPlugin counter; counter' 2>/dev/null";
+    EXPECT_EQ(WEXITSTATUS(std::system(elsewhere.c_str())), 0);
 }
 
 TEST(Batch, UnwritableResultsLeaveTheOldFileIntact)

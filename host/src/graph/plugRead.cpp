@@ -277,9 +277,7 @@ std::vector<std::uint32_t> Plug::storedIndices() const
             result.push_back(element.first);
     const auto* skin = slot->as<WeightRows>();
     if (skin && definition->flags.weightRows) {
-        for (std::uint32_t row = 0; row < skin->rowEnd(); ++row)
-            if (skin->hasRow(row))
-                result.push_back(row);
+        result = skin->rowIndices();
     } else if (skin) {
         for (const WeightRows::Entry entry : skin->row(indices[definition->ownIndexSlot() - 1]))
             result.push_back(entry.column);

@@ -23,14 +23,15 @@ std::uint32_t rowOf(const Plug& plug)
     return plug.index(attribute->ownIndexSlot());
 }
 
-void copyRow(const WeightRows& from, WeightRows& to, std::uint32_t row)
+/// A row kept apart is row 0 of its own, so that its number costs nothing.
+constexpr std::uint32_t kApart = 0;
+
+void copyRow(const WeightRows& from, std::uint32_t row, WeightRows& to, std::uint32_t place)
 {
-    to.eraseRow(row);
-    if (!from.hasRow(row))
-        return;
-    to.touchRow(row);
-    for (const WeightRows::Entry entry : from.row(row))
-        to.set(row, entry.column, entry.weight);
+    if (from.hasRow(row))
+        to.assign(place, from.row(row));
+    else
+        to.eraseRow(place);
 }
 
 /// Whether anything is stored in an element, which lies in the slot.
@@ -63,7 +64,7 @@ StoredValue::StoredValue(const Plug& stored) : plug(stored), where(stored)
     }
     if (const auto* rows = slot->as<WeightRows>(); rows && !isWholeRows(where)) {
         auto one = std::make_unique<WeightRows>();
-        copyRow(*rows, *one, rowOf(where));
+        copyRow(*rows, rowOf(where), *one, kApart);
         existed = true;
         content.value = std::move(one);
         return;
@@ -83,7 +84,7 @@ void StoredValue::putBackQuietly() const
     if (auto* numbers = slot.as<NumericArray>(); numbers && where.isElement())
         numbers->set(where.logicalIndex(), std::get<double>(content.value));
     else if (auto* rows = slot.as<WeightRows>(); rows && !isWholeRows(where))
-        copyRow(*content.as<WeightRows>(), *rows, rowOf(where));
+        copyRow(*content.as<WeightRows>(), kApart, *rows, rowOf(where));
     else
         slot = content.copy();
 }

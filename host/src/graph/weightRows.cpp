@@ -1,5 +1,7 @@
 #include "graph/weightRows.h"
 
+#include "graph/density.h"
+
 #include <algorithm>
 
 namespace host {
@@ -33,6 +35,8 @@ void insertAt(Number* values, std::size_t count, std::size_t place, Number value
 
 } // namespace
 
+const WeightRows::Place WeightRows::nowhere{};
+
 std::size_t WeightRows::Span::find(std::uint32_t column) const
 {
     const std::size_t place = placeOf(*this, column);
@@ -62,10 +66,11 @@ void WeightRows::set(std::uint32_t row, std::uint32_t column, double value)
         return;
     }
     reserve(row, span.count + 1);
-    const std::size_t first = places[row].block * std::size_t{kBlock};
+    Place& own = existingPlace(row);
+    const std::size_t first = own.block * std::size_t{kBlock};
     insertAt(&weights[first], span.count, place, value);
     insertAt(&columns[first], span.count, place, column);
-    ++places[row].count;
+    ++own.count;
 }
 
 void WeightRows::erase(std::uint32_t row, std::uint32_t column)
@@ -74,46 +79,71 @@ void WeightRows::erase(std::uint32_t row, std::uint32_t column)
     const std::size_t place = span.find(column);
     if (place == span.count)
         return;
-    const std::size_t first = places[row].block * std::size_t{kBlock};
+    Place& own = existingPlace(row);
+    const std::size_t first = own.block * std::size_t{kBlock};
     std::copy(span.weights + place + 1, span.weights + span.count, &weights[first] + place);
     std::copy(span.columns + place + 1, span.columns + span.count, &columns[first] + place);
-    --places[row].count;
+    --own.count;
 }
 
 void WeightRows::eraseRow(std::uint32_t row)
 {
     if (!hasRow(row))
         return;
-    leaveRoom(places[row]);
-    places[row] = {};
+    leaveRoom(existingPlace(row));
+    if (row < places.size())
+        places[row] = {};
+    else
+        far.erase(row);
     --existing;
 }
 
 void WeightRows::touchRow(std::uint32_t row)
 {
-    if (row >= places.size())
-        places.resize(std::size_t{row} + 1);
-    if (places[row].count == kMissing) {
-        places[row].count = 0;
+    if (row >= places.size() && mayLieDensely(row, existing))
+        grow(row);
+    Place& place = row < places.size() ? places[row] : far[row];
+    if (place.count == kMissing) {
+        place.count = 0;
         ++existing;
     }
+}
+
+void WeightRows::grow(std::uint32_t row)
+{
+    const std::size_t count = std::size_t{row} + 1;
+    if (count > places.capacity())
+        places.reserve(std::max(count, places.capacity() * 2));
+    places.resize(count);
+    const auto covered = far.upper_bound(row);
+    for (auto entry = far.begin(); entry != covered; ++entry)
+        places[entry->first] = entry->second;
+    far.erase(far.begin(), covered);
+}
+
+const WeightRows::Place& WeightRows::farPlace(std::uint32_t row) const
+{
+    const auto found = far.find(row);
+    return found == far.end() ? nowhere : found->second;
 }
 
 void WeightRows::assign(std::uint32_t row, Span entries)
 {
     touchRow(row);
-    places[row].count = 0; // a row that moves takes nothing along
+    Place& place = existingPlace(row);
+    place.count = 0; // a row that moves takes nothing along
     reserve(row, entries.count);
-    const std::size_t first = places[row].block * std::size_t{kBlock};
+    const std::size_t first = place.block * std::size_t{kBlock};
     std::copy_n(entries.weights, entries.count, weights.data() + first);
     std::copy_n(entries.columns, entries.count, columns.data() + first);
-    places[row].count = static_cast<std::uint32_t>(entries.count);
+    place.count = static_cast<std::uint32_t>(entries.count);
 }
 
 /// Room for that many entries; those of the row come along.
 void WeightRows::reserve(std::uint32_t row, std::size_t count)
 {
-    const Place old = places[row];
+    Place& place = existingPlace(row);
+    const Place old = place;
     std::uint32_t blocks = std::max(old.blocks, 1u);
     while (blocks * std::size_t{kBlock} < count)
         blocks *= 2;
@@ -125,7 +155,7 @@ void WeightRows::reserve(std::uint32_t row, std::size_t count)
     std::copy_n(weights.data() + from, old.count, weights.data() + to);
     std::copy_n(columns.data() + from, old.count, columns.data() + to);
     leaveRoom(old);
-    places[row] = {block, old.count, blocks};
+    place = {block, old.count, blocks};
 }
 
 std::vector<std::uint32_t>& WeightRows::freeRoom(std::uint32_t blocks)
@@ -163,12 +193,16 @@ void WeightRows::clear()
     *this = {};
 }
 
-std::uint32_t WeightRows::rowEnd() const
+std::vector<std::uint32_t> WeightRows::rowIndices() const
 {
-    for (std::size_t end = places.size(); end > 0; --end)
-        if (places[end - 1].count != kMissing)
-            return static_cast<std::uint32_t>(end);
-    return 0;
+    std::vector<std::uint32_t> rows;
+    rows.reserve(existing);
+    for (std::uint32_t row = 0; row < places.size(); ++row)
+        if (places[row].count != kMissing)
+            rows.push_back(row);
+    for (const auto& entry : far)
+        rows.push_back(entry.first);
+    return rows;
 }
 
 } // namespace host

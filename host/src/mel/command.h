@@ -141,7 +141,7 @@ Args parseArgs(const CommandSpec& spec, const std::vector<Word>& words);
 using CommandFunction = std::function<Value(Session&, const Args&)>;
 
 /// The work of a command that reads its words itself (commands of plug-ins): flags are texts "-name" among
-/// the arguments; arrays and vectors are spread. It keeps its own undo entry.
+/// the arguments; an array is one argument, vectors and matrices are spread. It keeps its own undo entry.
 using RawCommandFunction = std::function<Value(Session&, std::vector<Value> arguments)>;
 
 /// The commands of a session, by name. Owned by the session; the names of language functions and procedures
@@ -159,6 +159,8 @@ public:
     bool remove(const std::string& name);
     bool exists(const std::string& name) const { return commands.count(name) != 0; }
     std::vector<std::string> names() const;
+    /// Null when there is no such command; without flags for one that reads its words itself.
+    const CommandSpec* declaration(const std::string& name) const;
 
     /// Runs a command: one undo scope around it if it is undoable and not queried. Throws host::Error; the
     /// text for an unknown name is `Cannot find procedure "name".`

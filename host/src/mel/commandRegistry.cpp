@@ -47,6 +47,24 @@ std::vector<Word> spreadWords(std::vector<Word> words)
     return spread;
 }
 
+/// What a command that reads its words itself gets.
+std::vector<Value> rawArguments(std::vector<Word> words)
+{
+    std::vector<Value> arguments;
+    arguments.reserve(words.size());
+    for (Word& word : words) {
+        if (isArray(word.value.type())) {
+            arguments.push_back(std::move(word.value));
+            continue;
+        }
+        std::vector<Word> single;
+        single.push_back(std::move(word));
+        for (Word& part : spreadWords(std::move(single)))
+            arguments.push_back(std::move(part.value));
+    }
+    return arguments;
+}
+
 /// The call as the undo queue names it.
 std::string callText(const std::string& name, const std::vector<Word>& words)
 {
@@ -92,6 +110,12 @@ std::vector<std::string> CommandRegistry::names() const
     return result;
 }
 
+const CommandSpec* CommandRegistry::declaration(const std::string& name) const
+{
+    const auto found = commands.find(name);
+    return found == commands.end() ? nullptr : &found->second->spec;
+}
+
 Value CommandRegistry::call(const std::string& name, std::vector<Word> words)
 {
     const auto found = commands.find(name);
@@ -99,14 +123,9 @@ Value CommandRegistry::call(const std::string& name, std::vector<Word> words)
         throw Error("Cannot find procedure \"" + name + "\".");
     // Kept for the length of the call: a command may remove itself (a plug-in that unloads itself).
     const std::shared_ptr<const Command> command = found->second;
-    std::vector<Word> spread = spreadWords(std::move(words));
-    if (command->raw) {
-        std::vector<Value> arguments;
-        arguments.reserve(spread.size());
-        for (Word& word : spread)
-            arguments.push_back(std::move(word.value));
-        return command->raw(session, std::move(arguments));
-    }
+    if (command->raw)
+        return command->raw(session, rawArguments(std::move(words)));
+    const std::vector<Word> spread = spreadWords(std::move(words));
     const Args args = parseArgs(command->spec, spread);
     if (!command->spec.isUndoable || args.query())
         return command->function(session, args);

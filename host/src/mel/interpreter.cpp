@@ -3,6 +3,7 @@
 #include "mel/functions.h"
 #include "mel/optionVariables.h"
 #include "mel/parser.h"
+#include "mel/runBudget.h"
 #include "mel/scriptError.h"
 #include "messages.h"
 #include "session.h"
@@ -57,7 +58,7 @@ struct Interpreter::State {
     std::map<std::string, std::shared_ptr<FileScope>> files; ///< by file name
     FunctionTable functions;
     OptionVariables optionVariables;
-    std::optional<StackLimit> limit; ///< set while something runs
+    std::optional<RunBudget> budget; ///< set while something runs
 };
 
 Interpreter::Interpreter(Session& session)
@@ -90,24 +91,24 @@ const Value* Interpreter::global(const std::string& name) const
 
 namespace {
 
-/// Marks the outermost of nested executions: the depth of recursion is measured from there.
+/// Marks the outermost of nested executions: what runs is measured from there.
 class RunningScope {
 public:
-    explicit RunningScope(std::optional<StackLimit>& shared) : limit(shared), outermost(!shared)
+    RunningScope(std::optional<RunBudget>& shared, const Limits& limits) : budget(shared), outermost(!shared)
     {
         if (outermost)
-            limit.emplace();
+            budget.emplace(limits);
     }
     ~RunningScope()
     {
         if (outermost)
-            limit.reset();
+            budget.reset();
     }
     RunningScope(const RunningScope&) = delete;
     RunningScope& operator=(const RunningScope&) = delete;
 
 private:
-    std::optional<StackLimit>& limit;
+    std::optional<RunBudget>& budget;
     bool outermost;
 };
 
@@ -115,8 +116,10 @@ private:
 
 Value Interpreter::execute(const std::string& text, const std::string& fileName)
 {
-    const RunningScope running(state->limit);
-    Parser parser(text, fileName, *state->limit, [this](const std::string& name) { return global(name); });
+    const RunningScope running(state->budget, limits);
+    const RunBudget::Nested nested(*state->budget, fileName.empty() ? text.size() : 0);
+    Parser parser(text, fileName, state->budget->stack(),
+                  [this](const std::string& name) { return global(name); });
     const Script script = parser.parse();
     std::shared_ptr<FileScope> scope;
     if (!fileName.empty())
@@ -155,6 +158,8 @@ bool Interpreter::run(const std::string& text, const std::string& fileName, Valu
 
 std::string Interpreter::findOnScriptPath(const std::string& file) const
 {
+    if (!limits.outside)
+        return {};
     for (const std::string& folder : scriptPath) {
         std::string path = (std::filesystem::path(folder) / file).string();
         if (isFile(path))
@@ -175,15 +180,28 @@ std::string Interpreter::findScript(const std::string& file) const
 
 Value Interpreter::source(const std::string& file)
 {
+    requireOutside("source");
     const std::string path = findScript(file);
     if (path.empty())
         throw Error("Cannot find file \"" + file + "\" for source statement.");
     return execute(contentsOf(path), path);
 }
 
+void Interpreter::requireOutside(const std::string& what) const
+{
+    if (!limits.outside)
+        throw Error(what + " is not available here.");
+}
+
+void Interpreter::spend(std::uint64_t steps)
+{
+    if (state->budget)
+        state->budget->spend(steps);
+}
+
 Value Interpreter::call(const std::string& name, const std::vector<Value>& arguments)
 {
-    const RunningScope running(state->limit);
+    const RunningScope running(state->budget, limits);
     std::vector<Argument> given;
     given.reserve(arguments.size());
     for (const Value& value : arguments)
@@ -222,9 +240,22 @@ std::string Interpreter::whatIs(const std::string& name) const
     return path.empty() ? "Unknown" : "Script found in: " + path;
 }
 
+namespace {
+
+std::uint64_t stepsOf(const std::vector<Argument>& arguments)
+{
+    std::uint64_t steps = 1;
+    for (const Argument& argument : arguments)
+        steps += stepsOf(argument.get());
+    return steps;
+}
+
+} // namespace
+
 Value Interpreter::callNamed(const std::string& name, std::vector<Argument>& arguments, FileScope* scope)
 {
-    state->limit->check();
+    state->budget->stack().check();
+    state->budget->spend(stepsOf(arguments));
     if (const Procedure* const procedure = findProcedure(name, scope))
         return callProcedure(*procedure, arguments);
     const auto function = state->functions.find(name);
@@ -285,7 +316,8 @@ Value Evaluation::call(const std::string& name, std::vector<Argument>& arguments
 Completion Evaluation::execute(const Statement& statement)
 {
     try {
-        interpreter.state->limit->check();
+        interpreter.state->budget->stack().check();
+        interpreter.state->budget->spend(1);
         return statement.execute(*this);
     } catch (const ScriptError& error) {
         // Text without a file that this text ran itself: its own place says nothing to the reader.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mel/limits.h"
 #include "mel/value.h"
 
 #include <cstdint>
@@ -56,6 +57,12 @@ public:
 
     /// The state of `rand`: the same numbers in every session until `seed` sets it.
     std::uint64_t randomState = 1;
+
+    Limits limits;
+    /// Throws host::Error when the limits keep scripts from what lies outside the session.
+    void requireOutside(const std::string& what) const;
+    /// Counts what the running text does; throws host::Error when that is more than it may.
+    void spend(std::uint64_t steps);
 
     OptionVariables& optionVariables();
     Session& session();

@@ -12,6 +12,17 @@ namespace {
 constexpr std::array<const char*, 12> kTexts = {"+",  "-",  "*", "/",  "%", "^",
                                                 "==", "!=", "<", "<=", ">", ">="};
 
+// A few lines of script double a text or square a matrix until no memory is left.
+constexpr std::size_t kMostCharacters = std::size_t{1} << 23;
+constexpr std::size_t kMostCells = std::size_t{1} << 22;
+
+std::string joined(std::string left, const std::string& right)
+{
+    if (left.size() + right.size() > kMostCharacters)
+        throw Error("A text of " + std::to_string(left.size() + right.size()) + " characters is too long.");
+    return left += right;
+}
+
 [[noreturn]] void refuse(Operator operation, const Value& left, const Value& right)
 {
     throw Error(std::string("The operator ") + operatorText(operation) + " does not take " +
@@ -109,7 +120,11 @@ Matrix product(const Value& left, const Value& right)
     if (a.columns != b.rows)
         throw Error("Cannot multiply a " + std::to_string(a.rows) + "x" + std::to_string(a.columns) +
                     " matrix by a " + std::to_string(b.rows) + "x" + std::to_string(b.columns) + " matrix.");
-    Matrix result{a.rows, b.columns, std::vector<double>(static_cast<std::size_t>(a.rows * b.columns))};
+    const auto cells = static_cast<std::size_t>(a.rows) * static_cast<std::size_t>(b.columns);
+    if (cells > kMostCells)
+        throw Error("A matrix of " + std::to_string(a.rows) + "x" + std::to_string(b.columns) +
+                    " cells is too large.");
+    Matrix result{a.rows, b.columns, std::vector<double>(cells)};
     for (int row = 0; row < a.rows; ++row) {
         for (int column = 0; column < b.columns; ++column) {
             for (int inner = 0; inner < a.columns; ++inner)
@@ -159,7 +174,7 @@ Value operate(Operator operation, const Value& left, const Value& right)
         refuse(operation, left, right);
     if (either(Type::kString)) {
         if (operation == Operator::kAdd)
-            return left.toString() + right.toString();
+            return joined(left.toString(), right.toString());
         if (isComparison(operation))
             return compare(operation, left.toString(), right.toString());
         refuse(operation, left, right);

@@ -65,7 +65,9 @@ ExpressionRef Parser::command(bool inBackquotes)
 bool Parser::seesWordAfterParenthesis(bool inBackquotes)
 {
     const char next = scanner.peek();
-    if (next == '*' || next == '?' || next == ':' || next == '.' || next == '#')
+    if (next == '.')
+        return scanner.seesNumber();
+    if (next == '*' || next == '?' || next == ':' || next == '#')
         return false;
     if (next == '-')
         return scanner.direct(1) != '-' && scanner.direct(1) != '=';

@@ -1,6 +1,7 @@
 #include "mel/statements.h"
 
 #include "mel/evaluation.h"
+#include "mel/interpreter.h"
 #include "mel/operators.h"
 #include "types/error.h"
 
@@ -60,6 +61,17 @@ Value initialValue(const Declaration::Entry& entry)
     return value;
 }
 
+void requireRoom(Evaluation& evaluation, const Declaration::Entry& entry)
+{
+    const auto rows = static_cast<std::size_t>(entry.rows);
+    const std::size_t elements =
+        entry.type == Type::kMatrix ? rows * static_cast<std::size_t>(entry.columns) : rows;
+    const std::size_t bytes = elements * bytesPerElement(entry.type);
+    if (bytes > evaluation.interpreter.limits.unwritten)
+        throw Error("\"" + entry.slot.name + "\" cannot have " + std::to_string(elements) + " elements.");
+    evaluation.interpreter.spend(bytes / 256);
+}
+
 void fillMatrix(Value& target, const Value& value, const std::string& name)
 {
     const Matrix matrix = value.toMatrix();
@@ -109,8 +121,10 @@ Completion Declaration::execute(Evaluation& evaluation) const
     for (const Entry& entry : entries) {
         const Value given = entry.initial ? entry.initial->evaluate(evaluation) : Value();
         Value& variable = evaluation.variable(entry.slot);
-        if (!entry.slot.isGlobal || variable.isVoid())
+        if (!entry.slot.isGlobal || variable.isVoid()) {
+            requireRoom(evaluation, entry);
             variable = initialValue(entry);
+        }
         if (variable.type() != entry.type)
             throw Error("Invalid redeclaration of variable \"" + entry.slot.name + "\" as a different type.");
         if (!entry.initial)
@@ -121,6 +135,7 @@ Completion Declaration::execute(Evaluation& evaluation) const
             fillMatrix(variable, given, entry.slot.name);
         else
             variable = given.convertedTo(entry.type);
+        evaluation.interpreter.spend(stepsOf(variable));
         evaluation.lastValue = variable;
     }
     return Completion::kNormal;

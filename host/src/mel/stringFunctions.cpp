@@ -15,7 +15,9 @@ constexpr const char* kBlanks = " \t\n\r\f\v";
 std::regex expressionFrom(const std::string& pattern, const std::string& subject)
 {
     // The matcher of the standard library recurses once per character.
-    constexpr std::size_t kLongest = 10000;
+    constexpr std::size_t kLongest = 10000, kLongestPattern = 500;
+    if (pattern.size() > kLongestPattern)
+        throw Error("A regular expression of " + std::to_string(pattern.size()) + " characters is too long.");
     if (subject.size() > kLongest)
         throw Error("A text of " + std::to_string(subject.size()) + " characters is too long to be matched.");
     // These have no meaning in expressions of the language.
@@ -28,7 +30,13 @@ std::regex expressionFrom(const std::string& pattern, const std::string& subject
         translated += pattern[i];
     }
     try {
+#ifdef __GLIBCXX__
+        // Expressions of the language have no back references, so the matcher need not go through all ways of
+        // matching one by one.
+        return std::regex(translated, std::regex::ECMAScript | std::regex_constants::__polynomial);
+#else
         return std::regex(translated);
+#endif
     } catch (const std::regex_error&) {
         throw Error("\"" + pattern + "\" is no valid regular expression.");
     }
@@ -52,35 +60,50 @@ Value substitute(FunctionCall& call)
     return found.prefix().str() + call.text(2) + found.suffix().str();
 }
 
-/// Wild cards * and ?, and sets in brackets.
+/// The place behind what stands for one character of the pattern: a set in brackets, or a character.
+const char* behindOne(const char* pattern)
+{
+    const char* const close = *pattern == '[' ? std::strchr(pattern, ']') : nullptr;
+    return close ? close + 1 : pattern + 1;
+}
+
+bool fitsOne(char letter, const char* pattern)
+{
+    const char* const end = behindOne(pattern);
+    if (end == pattern + 1)
+        return *pattern == '?' || *pattern == letter;
+    for (const char* member = pattern + 1; member < end - 1; ++member) {
+        const bool isRange = member + 2 < end - 1 && member[1] == '-';
+        if (*member == letter || (isRange && *member <= letter && letter <= member[2]))
+            return true;
+        member += isRange ? 2 : 0;
+    }
+    return false;
+}
+
+/// Wild cards * and ?, and sets in brackets. Only the last star ever has to take more: a star before it that
+/// took more would leave less for the rest.
 bool fitsWildCard(const char* text, const char* pattern)
 {
-    for (; *pattern != '\0' && *pattern != '*'; ++text, ++pattern) {
-        if (*text == '\0')
-            return false;
-        const char* const close = *pattern == '[' ? std::strchr(pattern, ']') : nullptr;
-        if (close) {
-            bool inSet = false;
-            for (const char* member = pattern + 1; member < close; ++member) {
-                const bool isRange = member + 2 < close && member[1] == '-';
-                inSet = inSet || *member == *text || (isRange && *member <= *text && *text <= member[2]);
-                member += isRange ? 2 : 0;
-            }
-            if (!inSet)
-                return false;
-            pattern = close;
-        } else if (*pattern != '?' && *pattern != *text) {
+    const char* star = nullptr; ///< the pattern behind the last star, and where the text behind it begins
+    const char* taken = nullptr;
+    while (*text != '\0') {
+        if (*pattern == '*') {
+            star = ++pattern;
+            taken = text;
+        } else if (*pattern != '\0' && fitsOne(*text, pattern)) {
+            pattern = behindOne(pattern);
+            ++text;
+        } else if (star) {
+            pattern = star;
+            text = ++taken;
+        } else {
             return false;
         }
     }
-    if (*pattern == '\0')
-        return *text == '\0';
-    for (;; ++text) {
-        if (fitsWildCard(text, pattern + 1))
-            return true;
-        if (*text == '\0')
-            return false;
-    }
+    while (*pattern == '*')
+        ++pattern;
+    return *pattern == '\0';
 }
 
 Value wildCardMatch(FunctionCall& call)

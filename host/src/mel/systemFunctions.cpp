@@ -55,12 +55,14 @@ Value whatIs(FunctionCall& call)
 
 Value getEnvironment(FunctionCall& call)
 {
+    call.interpreter.requireOutside("getenv");
     const char* const text = std::getenv(call.text(0).c_str());
     return text ? text : "";
 }
 
 Value putEnvironment(FunctionCall& call)
 {
+    call.interpreter.requireOutside("putenv");
     setenv(call.text(0).c_str(), call.text(1).c_str(), 1);
     return {};
 }

@@ -1,5 +1,6 @@
 #include "mel/value.h"
 
+#include "mel/limits.h"
 #include "types/error.h"
 
 #include <array>
@@ -43,6 +44,20 @@ Type arrayOf(Type element)
         return Type::kVectorArray;
     default:
         return Type::kVoid;
+    }
+}
+
+std::size_t bytesPerElement(Type array)
+{
+    switch (array) {
+    case Type::kIntArray:
+        return sizeof(int);
+    case Type::kStringArray:
+        return sizeof(std::string);
+    case Type::kVectorArray:
+        return sizeof(Vector);
+    default:
+        return sizeof(double);
     }
 }
 
@@ -242,6 +257,14 @@ int Value::size() const
     default:
         return 1;
     }
+}
+
+std::uint64_t stepsOf(const Value& value)
+{
+    const bool isMatrix = value.type() == Type::kMatrix;
+    const std::size_t size =
+        isMatrix ? value.get<Matrix>().cells.size() : static_cast<std::size_t>(value.size());
+    return size / 256;
 }
 
 } // namespace host::mel

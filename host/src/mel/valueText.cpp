@@ -115,7 +115,7 @@ double parseNumber(const std::string& text, bool* wholeText)
         unsigned long long digits = 0;
         result = std::from_chars(at + 2, end, digits, 16);
         number = static_cast<double>(digits);
-    } else if (at != end && *at != '-') {
+    } else if (at != end && (*at == '.' || (*at >= '0' && *at <= '9'))) { // "inf" and "nan" are words
         result = std::from_chars(at, end, number);
         if (result.ec == std::errc::result_out_of_range)
             number = std::numeric_limits<double>::infinity();

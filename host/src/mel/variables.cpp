@@ -1,14 +1,12 @@
 #include "mel/variables.h"
 
 #include "mel/evaluation.h"
+#include "mel/interpreter.h"
 #include "types/error.h"
 
 namespace host::mel {
 
 namespace {
-
-/// Far above what scripts hold; keeps a wild index from eating the memory.
-constexpr int kMostElements = 1 << 27;
 
 [[noreturn]] void refuseUndeclared(const std::string& name)
 {
@@ -99,6 +97,7 @@ Value Variable::assign(Evaluation& evaluation, const Value& value) const
     Value& target = evaluation.variable(slot);
     if (value.isVoid())
         throw Error("Nothing to assign to \"" + slot.name + "\": the command has no result.");
+    evaluation.interpreter.spend(stepsOf(value));
     target = target.isVoid() ? value : value.convertedTo(target.type());
     return target;
 }
@@ -106,7 +105,7 @@ Value Variable::assign(Evaluation& evaluation, const Value& value) const
 int Element::index(Evaluation& evaluation, const Expression& expression) const
 {
     const int result = expression.evaluate(evaluation).toInt();
-    if (result < 0 || result > kMostElements)
+    if (result < 0)
         throw Error("Index " + std::to_string(result) + " of \"" + slot.name + "\" is out of range.");
     return result;
 }
@@ -156,6 +155,20 @@ Value Element::store(Value& whole, Where where, const Value& value) const
     return readElement(whole, where.row);
 }
 
+/// A wild index must not eat the memory with elements that nobody has given a value.
+void Element::requireRoom(Evaluation& evaluation, const Value& whole, Where where) const
+{
+    const auto size = static_cast<std::size_t>(isArray(whole.type()) ? whole.size() : 0);
+    const auto index = static_cast<std::size_t>(where.row);
+    if (index < size || whole.type() == Type::kMatrix)
+        return;
+    const std::size_t bytes = (index - size) * bytesPerElement(whole.isVoid() ? Type::kString : whole.type());
+    if (bytes > evaluation.interpreter.limits.unwritten)
+        throw Error("Index " + std::to_string(index) + " of \"" + slot.name + "\" lies too far beyond its " +
+                    std::to_string(size) + " elements.");
+    evaluation.interpreter.spend(bytes / 256);
+}
+
 Value Element::evaluate(Evaluation& evaluation) const
 {
     const Where where = locate(evaluation);
@@ -165,14 +178,18 @@ Value Element::evaluate(Evaluation& evaluation) const
 Value Element::assign(Evaluation& evaluation, const Value& value) const
 {
     const Where where = locate(evaluation);
-    return store(evaluation.variable(slot), where, value);
+    Value& whole = evaluation.variable(slot);
+    requireRoom(evaluation, whole, where);
+    return store(whole, where, value);
 }
 
 Value Element::modify(Evaluation& evaluation, const Change& change) const
 {
     const Where where = locate(evaluation);
     const Value changed = change(read(evaluation.variable(slot), where));
-    return store(evaluation.variable(slot), where, changed);
+    Value& whole = evaluation.variable(slot);
+    requireRoom(evaluation, whole, where);
+    return store(whole, where, changed);
 }
 
 Value Variable::modify(Evaluation& evaluation, const Change& change) const

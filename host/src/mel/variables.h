@@ -38,6 +38,7 @@ private:
     };
     Where locate(Evaluation& evaluation) const;
     int index(Evaluation& evaluation, const Expression& expression) const;
+    void requireRoom(Evaluation& evaluation, const Value& whole, Where where) const;
     double& cell(Value& matrix, Where where) const;
     Value read(Value& whole, Where where) const;
     Value store(Value& whole, Where where, const Value& value) const;

@@ -81,16 +81,21 @@ std::string partsText(DagNode& node)
     return text + (compensates ? " yes" : " no");
 }
 
+auto findMember(const std::vector<PoseMember>& members, const DagNode* node)
+{
+    return std::find_if(members.begin(), members.end(),
+                        [node](const PoseMember& member) { return member.node == node; });
+}
+
 void enroll(Session& session, Node& pose, DagNode& node, std::uint32_t index)
 {
     Edits& edits = session.edits();
     edits.connect(node.plug("message"), pose.plug("members").element(index));
     const Plug parent = pose.plug("parents").element(index);
-    const std::vector<DagNode*> members = membersOf(pose);
-    const auto above = std::find(members.begin(), members.end(), node.parent());
+    const std::vector<PoseMember> members = membersOf(pose);
+    const auto above = findMember(members, node.parent());
     if (node.parent() && above != members.end())
-        edits.connect(pose.plug("members").element(static_cast<std::uint32_t>(above - members.begin())),
-                      parent);
+        edits.connect(pose.plug("members").element(above->index), parent);
     else
         edits.connect(pose.plug("world"), parent);
     const Plug place = pose.plug("worldMatrix").element(index);
@@ -112,10 +117,9 @@ void enroll(Session& session, Node& pose, DagNode& node, std::uint32_t index)
 
 bool hasMembers(Node& pose, const std::vector<DagNode*>& nodes)
 {
-    const std::vector<DagNode*> members = membersOf(pose);
-    return std::all_of(nodes.begin(), nodes.end(), [&](DagNode* node) {
-        return std::find(members.begin(), members.end(), node) != members.end();
-    });
+    const std::vector<PoseMember> members = membersOf(pose);
+    return std::all_of(nodes.begin(), nodes.end(),
+                       [&](DagNode* node) { return findMember(members, node) != members.end(); });
 }
 
 } // namespace
@@ -132,14 +136,14 @@ std::vector<Node*> bindPosesOf(Node& node)
     return poses;
 }
 
-std::vector<DagNode*> membersOf(Node& pose)
+std::vector<PoseMember> membersOf(Node& pose)
 {
-    std::vector<DagNode*> members;
+    std::vector<PoseMember> members;
     const Plug list = pose.plug("members");
     for (const std::uint32_t index : list.existingIndices()) {
         const Plug source = list.element(index).source();
-        members.resize(index + 1, nullptr);
-        members[index] = source.isNull() ? nullptr : source.node()->asDag();
+        if (DagNode* const node = source.isNull() ? nullptr : source.node()->asDag())
+            members.push_back({index, node});
     }
     return members;
 }
@@ -147,26 +151,23 @@ std::vector<DagNode*> membersOf(Node& pose)
 std::vector<DagNode*> strayedFrom(Node& pose)
 {
     std::vector<DagNode*> strayed;
-    const std::vector<DagNode*> members = membersOf(pose);
-    for (std::uint32_t index = 0; index < members.size(); ++index)
-        if (members[index] && !members[index]->plug("matrix").matrix().equalWithAbsError(
-                                  pose.plug("xformMatrix").element(index).matrix(), kSamePlace))
-            strayed.push_back(members[index]);
+    for (const PoseMember& member : membersOf(pose)) {
+        const M44d place = pose.plug("xformMatrix").element(member.index).matrix();
+        if (!member.node->plug("matrix").matrix().equalWithAbsError(place, kSamePlace))
+            strayed.push_back(member.node);
+    }
     return strayed;
 }
 
 void restorePose(Session& session, Node& pose, bool inWorld)
 {
     const Plug places = pose.plug(inWorld ? "worldMatrix" : "xformMatrix");
-    const std::vector<DagNode*> members = membersOf(pose);
-    for (std::uint32_t index = 0; index < members.size(); ++index) {
-        if (!members[index])
-            continue;
-        const M44d place = places.element(index).matrix();
+    for (const PoseMember& member : membersOf(pose)) {
+        const M44d place = places.element(member.index).matrix();
         if (inWorld)
-            placeInWorld(session, *members[index], place);
+            placeInWorld(session, *member.node, place);
         else
-            placeLocally(session, *members[index], place);
+            placeLocally(session, *member.node, place);
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 namespace host {
@@ -17,7 +18,12 @@ void attachBindPose(Session& session, Node& skin, const std::vector<DagNode*>& j
 
 /// The bind poses that a node is a member of, in the order in which they were made.
 std::vector<Node*> bindPosesOf(Node& node);
-std::vector<DagNode*> membersOf(Node& pose);
+/// The DAG nodes that belong to a pose, ascending.
+struct PoseMember {
+    std::uint32_t index; ///< logical
+    DagNode* node;
+};
+std::vector<PoseMember> membersOf(Node& pose);
 /// The members that stand elsewhere than the pose says, next to what is above them.
 std::vector<DagNode*> strayedFrom(Node& pose);
 /// Puts every member back where it stood: in the world, or next to what is above it.

@@ -1,5 +1,7 @@
 #include "nodes/primitives.h"
 
+#include "types/error.h"
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -167,6 +169,13 @@ void softenEdges(MeshTopology& topology, const Points& points)
             normals[edge].size() == 2 && normals[edge][0].dot(normals[edge][1]) > kAlmostRightAngle ? 1 : 0;
 }
 
+/// A few digits too many, in a command or in a file, must not take the memory of the machine.
+void requireFew(double points)
+{
+    if (points > static_cast<double>(kMostPoints))
+        throw Error("A shape of " + std::to_string(static_cast<long long>(points)) + " points is too large.");
+}
+
 } // namespace
 
 std::shared_ptr<MeshData> meshFromFaces(Points points, std::vector<int> faceCounts,
@@ -206,6 +215,7 @@ std::shared_ptr<MeshData> meshFromFaces(Points points, std::vector<int> faceCoun
 
 std::shared_ptr<MeshData> planeMesh(double width, double height, int sx, int sy)
 {
+    requireFew((sx + 1.0) * (sy + 1.0));
     Builder build;
     for (int j = 0; j <= sy; ++j)
         for (int i = 0; i <= sx; ++i)
@@ -222,6 +232,7 @@ std::shared_ptr<MeshData> planeMesh(double width, double height, int sx, int sy)
 
 std::shared_ptr<MeshData> cubeMesh(const Imath::V3d& size, int sx, int sy, int sz)
 {
+    requireFew(2.0 * (sx * (sy + 1.0) + sy * (sz + 1.0) + sz * (sx + 1.0)));
     Builder build;
     const CubeGrid grid{size, sx, sy, sz};
     const int row = sx + 1;
@@ -242,6 +253,7 @@ std::shared_ptr<MeshData> cubeMesh(const Imath::V3d& size, int sx, int sy, int s
 
 std::shared_ptr<MeshData> sphereMesh(double radius, int sx, int sy)
 {
+    requireFew(static_cast<double>(sx) * sy);
     Builder build;
     for (int j = 1; j < sy; ++j) {
         const double latitude = -kPi / 2 + kPi * j / sy;
@@ -262,6 +274,7 @@ std::shared_ptr<MeshData> sphereMesh(double radius, int sx, int sy)
 
 std::shared_ptr<MeshData> cylinderMesh(double radius, double height, int sx, int sy, int capRings)
 {
+    requireFew(sx * (sy + 2.0 * capRings + 1.0) + 2.0);
     Builder build;
     for (int j = 0; j <= sy; ++j)
         build.ring(radius, height * (static_cast<double>(j) / sy - 0.5), sx);

@@ -8,6 +8,9 @@ namespace host {
 // scripts mean the same vertices here and there. Sizes in centimetres; subdivisions are at least 1 (a
 // cylinder's caps may have none). Edges are listed once, by their lower and then their higher vertex.
 
+/// More are refused with host::Error.
+constexpr std::size_t kMostPoints = std::size_t{1} << 22;
+
 /// In the xz plane. Vertex j * (sx + 1) + i: x grows with i, z falls with j.
 std::shared_ptr<MeshData> planeMesh(double width, double height, int sx, int sy);
 

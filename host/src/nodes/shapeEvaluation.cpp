@@ -13,6 +13,8 @@ constexpr ShapeAttributes kNurbsAttributes{"create", "cached", "controlPoints", 
 constexpr ShapeAttributes kLatticeAttributes{"latticeInput", "cached", "controlPoints", "latticeOutput",
                                              "worldLattice"};
 
+constexpr double kMostLatticePoints = 1 << 16;
+
 /// Evenly spaced in a unit cube around the origin, as a fresh lattice is.
 GeometryRef evenLattice(Node& node)
 {
@@ -20,6 +22,8 @@ GeometryRef evenLattice(Node& node)
     lattice->s = std::max(2, static_cast<int>(node.plug("sDivisions").number()));
     lattice->t = std::max(2, static_cast<int>(node.plug("tDivisions").number()));
     lattice->u = std::max(2, static_cast<int>(node.plug("uDivisions").number()));
+    if (1.0 * lattice->s * lattice->t * lattice->u > kMostLatticePoints)
+        throw Error("'" + node.uniqueName() + "' has too many divisions.");
     const auto at = [](int index, int count) { return static_cast<double>(index) / (count - 1) - 0.5; };
     auto points = std::make_shared<Points>();
     for (int u = 0; u < lattice->u; ++u)

@@ -13,20 +13,18 @@ namespace {
 using Imath::M44d;
 using Imath::V3d;
 
-std::vector<SkinInfluence> influences(Node& node, SkinMethod method)
+void gatherInfluences(Node& node, SkinPose& pose)
 {
     const Plug matrices = node.plug("matrix");
     const Plug bindPre = node.plug("bindPreMatrix");
-    const std::vector<std::uint32_t> indices = matrices.existingIndices();
-    std::vector<SkinInfluence> result(indices.empty() ? 0 : indices.back() + 1u);
-    for (const std::uint32_t index : indices) {
-        SkinInfluence& influence = result[index];
-        influence.present = true;
+    for (const std::uint32_t index : matrices.existingIndices()) {
+        pose.placeOf.set(index, static_cast<std::uint32_t>(pose.influences.size()));
+        SkinInfluence& influence = pose.influences.emplace_back();
+        influence.logical = index;
         influence.motion = bindPre.element(index).matrix() * matrices.element(index).matrix();
-        if (method != SkinMethod::kLinear)
+        if (pose.method != SkinMethod::kLinear)
             influence.rigid = DualQuaternion::fromMatrix(influence.motion);
     }
-    return result;
 }
 
 SkinPose gather(Node& node)
@@ -37,7 +35,7 @@ SkinPose gather(Node& node)
                     ".");
     SkinPose pose;
     pose.method = static_cast<SkinMethod>(method);
-    pose.influences = influences(node, pose.method);
+    gatherInfluences(node, pose);
     pose.geometry = node.plug("geomMatrix").matrix();
     pose.normalizeRows = node.plug("normalizeWeights").number() == 2.0;
     return pose;
@@ -45,8 +43,8 @@ SkinPose gather(Node& node)
 
 const SkinInfluence* find(const SkinPose& pose, std::uint32_t column)
 {
-    const bool there = column < pose.influences.size() && pose.influences[column].present;
-    return there ? &pose.influences[column] : nullptr;
+    const std::uint32_t place = pose.placeOf[column];
+    return place == SkinPose::kNone ? nullptr : &pose.influences[place];
 }
 
 /// Two numbers that are worked on at once.
@@ -72,7 +70,7 @@ public:
     explicit LinearMotions(const SkinPose& pose)
     {
         for (const SkinInfluence& influence : pose.influences)
-            motions.push_back(influence.present ? influence.motion.getValue() : nullptr);
+            motions.set(influence.logical, influence.motion.getValue());
     }
 
     LinearSum sum(WeightRows::Span row, const V3d& world) const
@@ -81,7 +79,7 @@ public:
         Pair movedXY = {0.0, 0.0};
         double movedZ = 0.0, weight = 0.0;
         for (const WeightRows::Entry entry : row) {
-            const double* const m = entry.column < motions.size() ? motions[entry.column] : nullptr;
+            const double* const m = motions[entry.column];
             if (!m)
                 continue;
             movedXY +=
@@ -93,7 +91,7 @@ public:
     }
 
 private:
-    std::vector<const double*> motions; ///< of the pose's influences: matrices row by row; null = none
+    LogicalTable<const double*> motions{nullptr}; ///< of the pose's influences: matrices row by row
 };
 
 /// What the threads share; all of it is read only.

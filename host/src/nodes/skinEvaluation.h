@@ -1,5 +1,6 @@
 #pragma once
 
+#include "graph/logicalTable.h"
 #include "graph/weightRows.h"
 #include "nodes/dualQuaternion.h"
 #include "nodes/filterInput.h"
@@ -10,9 +11,9 @@
 
 namespace host {
 
-/// How one influence moves the points: by logical index; `present` false = no such influence.
+/// How one influence moves the points.
 struct SkinInfluence {
-    bool present = false;
+    std::uint32_t logical = 0;
     Imath::M44d motion;   ///< bind pre-matrix * world matrix, in world space
     DualQuaternion rigid; ///< the same without scale and shear; filled unless skinning is linear
 };
@@ -21,8 +22,10 @@ enum class SkinMethod { kLinear = 0, kDualQuaternion = 1, kBlended = 2 };
 
 /// Everything that moves the points of a skin, gathered on the main thread.
 struct SkinPose {
+    static constexpr std::uint32_t kNone = 0xFFFFFFFFu;
     std::vector<SkinInfluence> influences;
-    Imath::M44d geometry; ///< object space at binding to world
+    LogicalTable<std::uint32_t> placeOf{kNone}; ///< in `influences`, by logical index
+    Imath::M44d geometry;                       ///< object space at binding to world
     SkinMethod method = SkinMethod::kLinear;
     bool normalizeRows = false; ///< rows are divided by their sum (normalizeWeights "post")
 };

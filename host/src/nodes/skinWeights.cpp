@@ -38,8 +38,7 @@ SkinInfluences::SkinInfluences(Node& skin)
         DagNode* node = source.isNull() ? nullptr : source.node()->asDag();
         if (!node)
             continue;
-        physicalOf.resize(index + 1u, kNone);
-        physicalOf[index] = static_cast<std::uint32_t>(logical.size());
+        physicalOf.set(index, static_cast<std::uint32_t>(logical.size()));
         logical.push_back(index);
         nodes.push_back(node);
         locked.push_back(locks.element(index).number() != 0.0);
@@ -53,15 +52,14 @@ std::uint32_t SkinInfluences::physical(const DagNode& node) const
 }
 
 SkinColumns::SkinColumns(const SkinInfluences& influences, const std::vector<std::uint32_t>& physical)
-    : columns(physical.size()), positionOf(influences.physicalOf.size(), SkinInfluences::kNone)
+    : columns(physical.size())
 {
     for (std::size_t position = 0; position < columns.size(); ++position) {
         if (physical[position] >= influences.count())
             throw Error("There is no influence " + std::to_string(physical[position]) + ".");
         columns[position] = influences.logical[physical[position]];
-        std::uint32_t& first = positionOf[columns[position]];
-        if (first == SkinInfluences::kNone)
-            first = static_cast<std::uint32_t>(position);
+        if (positionOf[columns[position]] == SkinInfluences::kNone)
+            positionOf.set(columns[position], static_cast<std::uint32_t>(position));
         else
             repeats.push_back(position);
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "graph/logicalTable.h"
 #include "graph/weightRows.h"
 #include "selection/pointList.h"
 
@@ -16,10 +17,10 @@ class Node;
 /// The influences of a skin in physical order: those whose matrix is connected, by ascending logical index.
 struct SkinInfluences {
     static constexpr std::uint32_t kNone = 0xFFFFFFFFu;
-    std::vector<std::uint32_t> logical;    ///< per physical index
-    std::vector<std::uint32_t> physicalOf; ///< per logical index; kNone in gaps
-    std::vector<DagNode*> nodes;           ///< per physical index
-    std::vector<bool> locked;              ///< per physical index: lockWeights, mostly fed by the joint
+    std::vector<std::uint32_t> logical;            ///< per physical index
+    LogicalTable<std::uint32_t> physicalOf{kNone}; ///< kNone in gaps
+    std::vector<DagNode*> nodes;                   ///< per physical index
+    std::vector<bool> locked; ///< per physical index: lockWeights, mostly fed by the joint
 
     explicit SkinInfluences(Node& skin);
     std::size_t count() const { return logical.size(); }
@@ -49,8 +50,7 @@ private:
     {
         for (std::size_t k = 0; k < row.count; ++k) {
             const std::uint32_t column = row.columns[k];
-            const std::uint32_t position =
-                column < positionOf.size() ? positionOf[column] : SkinInfluences::kNone;
+            const std::uint32_t position = positionOf[column];
             if (position != SkinInfluences::kNone)
                 weights[position] = static_cast<Number>(row.weights[k]);
         }
@@ -58,10 +58,9 @@ private:
             weights[repeat] = weights[positionOf[columns[repeat]]];
     }
 
-    std::vector<std::uint32_t> columns; ///< logical
-    std::vector<std::uint32_t>
-        positionOf;                   ///< by logical index: the first position of the influence, or kNone
-    std::vector<std::size_t> repeats; ///< the positions of those listed again
+    std::vector<std::uint32_t> columns;                            ///< logical
+    LogicalTable<std::uint32_t> positionOf{SkinInfluences::kNone}; ///< the first position of the influence
+    std::vector<std::size_t> repeats;                              ///< the positions of those listed again
 };
 
 /// A change of the weights of some influences on some points.

@@ -36,14 +36,17 @@ SkinWriter::SkinWriter(WeightRows& weightRows, const SkinInfluences& skinInfluen
                        const SkinWeightChange& skinChange, bool normalize)
     : rows(weightRows), influences(skinInfluences), change(skinChange),
       step(change.valueCount != change.influences.size() ? change.influences.size() : 0),
-      roles(influences.physicalOf.size(), Role::kForeign), order(change.influences.size())
+      order(change.influences.size())
 {
-    for (std::size_t physical = 0; physical < influences.count(); ++physical)
-        roles[influences.logical[physical]] = influences.locked[physical] ? Role::kKept : Role::kFree;
     const std::vector<std::uint32_t>& listed = change.influences;
+    std::vector<Role> own(influences.count(), Role::kFree);
+    for (std::size_t physical = 0; physical < own.size(); ++physical)
+        own[physical] = influences.locked[physical] ? Role::kKept : Role::kFree;
     for (const std::uint32_t influence : listed)
-        roles[influences.logical[influence]] = Role::kListed;
-    makesRoom = normalize && std::find(roles.begin(), roles.end(), Role::kFree) != roles.end();
+        own[influence] = Role::kListed;
+    for (std::size_t physical = 0; physical < own.size(); ++physical)
+        roles.set(influences.logical[physical], own[physical]);
+    makesRoom = normalize && std::find(own.begin(), own.end(), Role::kFree) != own.end();
 
     std::iota(order.begin(), order.end(), std::size_t{0});
     std::stable_sort(order.begin(), order.end(),
@@ -87,7 +90,7 @@ bool SkinWriter::writeInPlace(std::uint32_t vertex, double weight)
         scaled.resize(row.count);
     bool found = false, zero = false;
     for (std::size_t k = 0; k < row.count; ++k) {
-        const Role role = roleOf(row.columns[k]);
+        const Role role = roles[row.columns[k]];
         const double old = row.weights[k];
         const double value = role == Role::kListed ? weight : role == Role::kFree ? old * factor : old;
         scaled[k] = value;
@@ -135,7 +138,7 @@ void SkinWriter::mergeRow(std::uint32_t vertex, double listed)
         for (; next < made.count && made.columns[next] < column; ++next)
             merged.add(made.columns[next], made.weights[next]);
         const bool isMade = next < made.count && made.columns[next] == column;
-        const Role role = roleOf(column);
+        const Role role = roles[column];
         const double old = row.weights[k];
         const double value = isMade                  ? made.weights[next]
                              : role == Role::kListed ? 0.0
@@ -157,7 +160,7 @@ SkinWriter::Sums SkinWriter::sumsOf(WeightRows::Span row) const
 {
     Sums sums;
     for (std::size_t k = 0; k < row.count; ++k) {
-        const Role role = roleOf(row.columns[k]);
+        const Role role = roles[row.columns[k]];
         sums.kept += role == Role::kKept ? row.weights[k] : 0.0;
         sums.free += role == Role::kFree ? row.weights[k] : 0.0;
     }

@@ -49,15 +49,14 @@ private:
     void writeMany();
     void gatherListed(const double* values);
     void mergeRow(std::uint32_t vertex, double listed);
-    Role roleOf(std::uint32_t column) const { return column < roles.size() ? roles[column] : Role::kForeign; }
     Sums sumsOf(WeightRows::Span row) const;
     double factorOf(Sums sums, double listed) const;
 
     WeightRows& rows;
     const SkinInfluences& influences;
     const SkinWeightChange& change;
-    std::size_t step;               ///< values per point; 0 = the same for every point
-    std::vector<Role> roles;        ///< by logical index
+    std::size_t step; ///< values per point; 0 = the same for every point
+    LogicalTable<Role> roles{Role::kForeign};
     std::vector<std::size_t> order; ///< positions in the list by ascending column, the last of repeated ones
     bool inOrder = false;           ///< the list is ascending as it is
     bool makesRoom = false;

@@ -2,6 +2,7 @@
 
 #include "mel/command.h"
 #include "mel/commands/register.h"
+#include "mel/interpreter.h"
 #include "messages.h"
 #include "plugins/pluginRegistry.h"
 #include "session.h"
@@ -34,6 +35,7 @@ Plugin& named(Session& session, const std::string& name)
 
 Value loadPlugin(Session& session, const Args& args)
 {
+    session.mel().requireOutside("loadPlugin");
     StringArray loaded;
     for (const std::string& name : args.objectNames()) {
         if (Plugin* const present = session.plugins().find(name)) {

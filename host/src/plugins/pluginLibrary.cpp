@@ -1,5 +1,6 @@
 #include "plugins/pluginLibrary.h"
 
+#include "plugins/libraryFile.h"
 #include "types/error.h"
 #include "types/numberText.h"
 
@@ -35,6 +36,9 @@ PluginLibrary::PluginLibrary(const std::string& file) : filePath(file)
     std::error_code ignored;
     if (!std::filesystem::is_regular_file(filePath, ignored))
         refuse("no such file.");
+    const std::string fault = libraryFault(filePath);
+    if (!fault.empty())
+        refuse(fault);
     handle = dlopen(filePath.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!handle)
         refuse(dlerror());

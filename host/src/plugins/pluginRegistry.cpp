@@ -106,6 +106,7 @@ std::string PluginRegistry::fileOf(const std::string& pathOrName) const
         return existing(pathOrName);
     std::vector<std::string> searched = environmentFolders();
     searched.insert(searched.end(), folders.begin(), folders.end());
+    searched.emplace_back("."); // the current folder comes last
     for (const std::string& folder : searched) {
         std::string file = existing(fs::path(folder) / pathOrName);
         if (!file.empty())

@@ -70,11 +70,35 @@ bool isWord(const mel::Value& value, const char* shortFlag, const char* longFlag
            (value.get<std::string>() == shortFlag || value.get<std::string>() == longFlag);
 }
 
+/// A declared call takes single values: arrays count as their elements. Not made when there are none, so that
+/// long texts are not copied.
+struct Spread {
+    bool needed = false;
+    std::vector<mel::Value> values;
+    std::vector<unsigned int> positions; ///< where each value stands among what was given
+};
+
+Spread spread(const ArgList& given)
+{
+    Spread result;
+    const auto holdsArray = [](const mel::Value& value) { return mel::isArray(value.type()); };
+    result.needed = std::any_of(given.values.begin(), given.values.end(), holdsArray);
+    if (!result.needed)
+        return result;
+    for (unsigned int position = 0; position < given.values.size(); ++position) {
+        for (mel::Value& value : elementsOf(given.values[position])) {
+            result.values.push_back(std::move(value));
+            result.positions.push_back(position);
+        }
+    }
+    return result;
+}
+
 /// One pass over the arguments of one call.
 class Sorter {
 public:
     Sorter(const Syntax& declared, const ArgList& given, const std::string& name)
-        : list(given.values), command(name)
+        : own(spread(given)), list(own.needed ? own.values : given.values), command(name)
     {
         parsed.syntax = declared;
     }
@@ -127,7 +151,8 @@ private:
     {
         ParsedArgs::Use use;
         use.longName = flag.longName;
-        use.position = static_cast<unsigned int>(next++);
+        use.position = own.needed ? own.positions[next] : static_cast<unsigned int>(next);
+        ++next;
         if (!parsed.query) {
             for (const MSyntax::MArgType type : flag.args)
                 use.values.push_back(takeFlagArgument(flag, type));
@@ -181,6 +206,7 @@ private:
             fail("Not enough objects: at least " + std::to_string(parsed.syntax.minObjects) + " expected.");
     }
 
+    const Spread own;
     const std::vector<mel::Value>& list;
     const std::string& command;
     std::size_t next = 0;

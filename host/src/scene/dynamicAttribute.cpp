@@ -1,6 +1,7 @@
 #include "scene/dynamicAttribute.h"
 
 #include "graph/node.h"
+#include "mel/value.h"
 #include "scene/maText.h"
 #include "types/error.h"
 
@@ -56,17 +57,17 @@ const TypeName* findType(const std::string& name)
 /// "low=1:high:top=9": a field without a number follows the one in front of it.
 void readEnum(Attribute& attribute, const std::string& text)
 {
-    int next = 0;
+    long long next = 0;
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t end = std::min(text.find(':', at), text.size());
         std::string field = text.substr(at, end - at);
         const std::size_t equals = field.rfind('=');
         double number = 0.0;
         if (equals != field.npos && maParseNumber(field.substr(equals + 1), number)) {
-            next = static_cast<int>(number);
+            next = mel::truncatedToInt(number);
             field.resize(equals);
         }
-        attribute.enumFields.emplace_back(field, next++);
+        attribute.enumFields.emplace_back(field, mel::truncatedToInt(static_cast<double>(next++)));
         at = end + 1;
     }
 }
@@ -74,14 +75,14 @@ void readEnum(Attribute& attribute, const std::string& text)
 std::string enumText(const Attribute& attribute)
 {
     std::string text;
-    int next = 0;
+    long long next = 0;
     for (const auto& [name, value] : attribute.enumFields) {
         if (!text.empty())
             text += ':';
         text += name;
         if (value != next)
             text += "=" + std::to_string(value);
-        next = value + 1;
+        next = value + 1LL;
     }
     return text;
 }

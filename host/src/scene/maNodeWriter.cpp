@@ -260,12 +260,7 @@ void MaNodeWriter::weightRows(const Plug& plug)
         open(" -s " + std::to_string(rows->rowCount()), path);
         close();
     }
-    std::vector<std::uint32_t> existing;
-    for (std::uint32_t row = 0; row < rows->rowEnd(); ++row) {
-        if (rows->hasRow(row))
-            existing.push_back(row);
-    }
-    eachRun(existing, [&](std::uint32_t first, std::uint32_t last) {
+    eachRun(rows->rowIndices(), [&](std::uint32_t first, std::uint32_t last) {
         open("", indexed(path, first, last) + "." + plug.attribute()->children.front()->shortName);
         for (std::uint32_t row = first; row <= last; ++row) {
             const WeightRows::Span span = rows->row(row);

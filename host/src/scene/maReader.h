@@ -28,6 +28,7 @@ struct MaReadOptions {
     /// Adds to a scene that has something in it: shared nodes (createNode -s, select -ne) are those of the
     /// scene and keep their values, taken names get numbers, the file's own units hold for its numbers only.
     bool import = false;
+    bool copies = false;   ///< every node is a new one, whatever names are taken
     std::string nameSpace; ///< put in front of the names of an imported file's nodes
     std::atomic<std::uint64_t>* bytesRead = nullptr; ///< kept up to date for whoever watches, if given
 };

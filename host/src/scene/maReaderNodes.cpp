@@ -78,7 +78,7 @@ void MaReader::createNode(const MaStatement& words)
 Node* MaReader::sharedNode(const std::string& type, const std::string& name, bool shared,
                            const DagNode* parent) const
 {
-    if (name.empty())
+    if (name.empty() || options.copies)
         return nullptr;
     const std::string leaf = maLeaf(name);
     for (Node* const existing : graph.findAll(":" + leaf)) {

@@ -191,7 +191,7 @@ std::shared_ptr<const MeshData> MeshText::build() const
     }
     whole->faceVertices.reserve(whole->faceEdges.size());
     for (const int side : whole->faceEdges) {
-        const std::size_t edge = static_cast<std::size_t>(side < 0 ? -side - 1 : side);
+        const std::size_t edge = static_cast<std::size_t>(side < 0 ? ~side : side);
         if (edge >= whole->edges.size())
             throw Error("a face names the edge " + std::to_string(edge) + ", which does not exist");
         whole->faceVertices.push_back(whole->edges[edge][side < 0 ? 1 : 0]);

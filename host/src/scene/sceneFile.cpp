@@ -27,7 +27,9 @@ std::ifstream openForReading(const std::string& path)
 {
     std::error_code ignored;
     std::ifstream input(path, std::ios::binary);
-    if (!input || files::is_directory(path, ignored))
+    if (files::is_directory(path, ignored))
+        throw Error(path + " is a folder, not a scene.");
+    if (!input)
         throw Error("File not found: " + path);
     return input;
 }

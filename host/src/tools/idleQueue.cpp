@@ -35,7 +35,7 @@ void IdleQueue::runOne(const Entry& entry)
         owner.messages().info(entry.text);
     const UndoQueue::Isolate isolated(owner.undo());
     if (entry.recorded) {
-        owner.mel().run(entry.text);
+        failed += owner.mel().run(entry.text) ? 0 : 1;
         return;
     }
     const UndoQueue::Suspend suspended(owner.undo());

@@ -21,6 +21,8 @@ public:
     void add(const std::string& text, bool display = false, bool recorded = false);
     /// Runs until the queue is empty. A call from within a queued command does nothing.
     void run();
+    /// How many commands have failed that a script had deferred.
+    int failures() const { return failed; }
     bool empty() const { return waiting.empty(); }
     void clear() { waiting.clear(); }
 
@@ -34,6 +36,7 @@ private:
     Session& owner;
     std::deque<Entry> waiting;
     bool running = false;
+    int failed = 0;
 };
 
 } // namespace host

@@ -34,11 +34,41 @@ std::string quoted(const std::string& text)
     return line + '"';
 }
 
-void appendArgument(std::string& line, const mel::Value& argument)
+std::vector<mel::Value> elementAt(const mel::Value& array, std::size_t index)
+{
+    switch (array.type()) {
+    case mel::Type::kIntArray:
+        return {array.get<mel::IntArray>()[index]};
+    case mel::Type::kFloatArray:
+        return {array.get<mel::FloatArray>()[index]};
+    case mel::Type::kStringArray:
+        return {array.get<mel::StringArray>()[index]};
+    default: {
+        const mel::Vector& vector = array.get<mel::VectorArray>()[index];
+        return {vector.x, vector.y, vector.z};
+    }
+    }
+}
+
+void appendSingle(std::string& line, const mel::Value& argument)
 {
     const std::string text = argumentText(argument).value_or(std::string());
     line += line.empty() ? "" : " ";
     line += !argument.isString() || isWord(text) ? text : quoted(text);
+}
+
+/// An array is cut off behind `longest` elements: each takes a character at least.
+void appendArgument(std::string& line, const mel::Value& argument,
+                    std::size_t longest = std::numeric_limits<std::size_t>::max())
+{
+    if (!mel::isArray(argument.type())) {
+        appendSingle(line, argument);
+        return;
+    }
+    const auto size = std::min(static_cast<std::size_t>(argument.size()), longest);
+    for (std::size_t i = 0; i < size; ++i)
+        for (const mel::Value& part : elementAt(argument, i))
+            appendSingle(line, part);
 }
 
 } // namespace
@@ -96,6 +126,17 @@ std::optional<std::string> argumentText(const mel::Value& argument)
     }
 }
 
+std::vector<mel::Value> elementsOf(const mel::Value& argument)
+{
+    if (!mel::isArray(argument.type()))
+        return {argument};
+    std::vector<mel::Value> elements;
+    for (std::size_t i = 0; i < static_cast<std::size_t>(argument.size()); ++i)
+        for (mel::Value& part : elementAt(argument, i))
+            elements.push_back(std::move(part));
+    return elements;
+}
+
 std::string argumentLine(const std::vector<mel::Value>& arguments)
 {
     std::string line;
@@ -110,7 +151,8 @@ std::string callLine(const std::string& command, const std::vector<mel::Value>& 
     std::string line = command;
     for (const mel::Value& argument : arguments) {
         const bool tooLong = argument.isString() && argument.get<std::string>().size() > longest;
-        appendArgument(line, tooLong ? argument.get<std::string>().substr(0, longest + 1) : argument);
+        appendArgument(line, tooLong ? argument.get<std::string>().substr(0, longest + 1) : argument,
+                       longest);
         if (line.size() > longest)
             return line.substr(0, longest) + "...";
     }

@@ -8,8 +8,8 @@
 
 namespace host {
 
-/// What an MArgList holds: single values as the command was given them. There is no bool among the values; a
-/// bool is the int 1 or 0.
+/// What an MArgList holds: values as the command was given them, an array being one. There is no bool among
+/// the values; a bool is the int 1 or 0.
 struct ArgList {
     std::vector<mel::Value> values;
 };
@@ -21,7 +21,11 @@ std::optional<int> argumentInt(const mel::Value& argument);
 std::optional<double> argumentDouble(const mel::Value& argument);
 std::optional<std::string> argumentText(const mel::Value& argument);
 
-/// The arguments as somebody would type them, separated by blanks; texts that need them get quotes.
+/// The elements of an array, each a value; a vector gives three. Of other values themselves.
+std::vector<mel::Value> elementsOf(const mel::Value& argument);
+
+/// The arguments as somebody would type them, separated by blanks; texts that need them get quotes,
+/// arrays are written as their elements.
 std::string argumentLine(const std::vector<mel::Value>& arguments);
 /// A whole call in the same form, cut off with "..." behind `longest` characters. What is cut off costs
 /// nothing.

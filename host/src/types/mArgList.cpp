@@ -21,10 +21,31 @@ MStatus readOne(const host::ArgList& list, unsigned int index, Value& target, Re
     return MStatus::kSuccess;
 }
 
-/// Reads arguments from the index on as long as they are of the type.
+/// All elements of an array; kInvalidParameter when one is not of the type.
+template <class Array, class Read>
+MStatus readArray(const host::mel::Value& argument, Array& target, Read read)
+{
+    Array found;
+    for (const host::mel::Value& element : host::elementsOf(argument)) {
+        const auto value = read(element);
+        if (!value)
+            return MStatus::kInvalidParameter;
+        found.append(*value);
+    }
+    target = found;
+    return MStatus::kSuccess;
+}
+
+/// Reads the array at the index, or single arguments from there on as long as they are of the type. The index
+/// then stands behind what was read.
 template <class Array, class Read>
 MStatus readMany(const host::ArgList& list, unsigned int& index, Array& target, Read read)
 {
+    if (index < list.values.size() && host::mel::isArray(list.values[index].type())) {
+        const MStatus status = readArray(list.values[index], target, read);
+        index += status ? 1 : 0;
+        return status;
+    }
     Array found;
     for (; index < list.values.size(); ++index) {
         const auto value = read(list.values[index]);

@@ -62,6 +62,10 @@ double leadingNumber(const std::string& text, bool* whole)
         return 0.0;
     if (text[start] == '+')
         ++start;
+    // "inf" and "nan" are words.
+    const std::size_t digit = start < text.size() && text[start] == '-' ? start + 1 : start;
+    if (digit >= text.size() || (text[digit] != '.' && (text[digit] < '0' || text[digit] > '9')))
+        return 0.0;
     double value = 0.0;
     const char* const last = text.data() + text.size();
     const auto read = std::from_chars(text.data() + start, last, value);

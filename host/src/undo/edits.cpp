@@ -101,6 +101,22 @@ void Edits::replaceBelow(const Plug& plug, const std::function<void()>& change)
         push(std::make_unique<ValueItem>(std::move(before), StoredValue(plug)));
 }
 
+void Edits::replaceElements(const Plug& array, std::vector<std::uint32_t> indices,
+                            const std::function<void()>& change)
+{
+    if (array.isNull() || !array.node()->alive())
+        throw Error("The values of a deleted node cannot be changed.");
+    StoredRange before(array, indices);
+    try {
+        change();
+    } catch (...) {
+        before.putBack();
+        throw;
+    }
+    if (owner.undo().recording())
+        push(std::make_unique<RangeItem>(std::move(before), StoredRange(array, std::move(indices))));
+}
+
 void Edits::setLocked(const Plug& plug, bool locked)
 {
     const bool before = plug.isLockedItself();

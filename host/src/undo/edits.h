@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace host {
 
@@ -35,6 +36,11 @@ public:
     /// Replaces a whole stored subtree of values (an array of weights, say) in one item; `change` writes with
     /// raw operations below `plug`. If it throws, the old values are put back.
     void replaceBelow(const Plug& plug, const std::function<void()>& change);
+
+    /// The same for some elements of an array (indices ascending): `change` writes these only. Costs what
+    /// they hold, not what the array holds.
+    void replaceElements(const Plug& array, std::vector<std::uint32_t> indices,
+                         const std::function<void()>& change);
 
     void connect(const Plug& source, const Plug& destination, bool force = false);
     void disconnect(const Plug& source, const Plug& destination);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "graph/graph.h"
+#include "graph/storedRange.h"
 #include "graph/storedValue.h"
 #include "undo/undoQueue.h"
 
@@ -70,6 +71,17 @@ public:
 
 private:
     StoredValue before, after;
+};
+
+/// What an array holds at some indices.
+class RangeItem final : public UndoItem {
+public:
+    RangeItem(StoredRange from, StoredRange to) : before(std::move(from)), after(std::move(to)) {}
+    void undo(Session&) override { before.putBack(); }
+    void redo(Session&) override { after.putBack(); }
+
+private:
+    StoredRange before, after;
 };
 
 /// A flag of a plug: locked, keyable, in the channel box.

@@ -144,7 +144,7 @@ TEST_F(Interpreter, aCommandMayRemoveItselfWhileItRuns)
         owner.commands().remove("once");
         return Value(static_cast<int>(words.size()));
     });
-    EXPECT_EQ(melInt("once -flag {1, 2} <<1, 2, 3>> \"x\""), 7);
+    EXPECT_EQ(melInt("once -flag {1, 2} <<1, 2, 3>> \"x\""), 6);
     EXPECT_EQ(melError("once"), "line 1: Cannot find procedure \"once\".");
 }
 

@@ -22,6 +22,16 @@ TEST_F(PluginCommandTest, resultsReachTheScript)
     EXPECT_EQ((std::vector<std::string>{"one", "two"}), melStrings("counter -names"));
 }
 
+TEST_F(PluginCommandTest, anArrayIsOneArgumentWithoutASyntaxAndItsElementsWithOne)
+{
+    mel("loadPlugin \"" + std::string(MODULE_DIR) +
+        "/words.so\";"
+        "string $names[] = {\"a\", \"b\"}; float $none[]; int $step[] = {7};");
+    EXPECT_EQ((std::vector<std::string>{"-n", "array of 2", "array of 0", "1", "2", "3", "0.5"}),
+              melStrings("words -n $names $none <<1, 2, 3>> .5"));
+    EXPECT_EQ(7, melInt("counter $none -step $step"));
+}
+
 TEST_F(PluginCommandTest, anUndoableCallIsOneEntryOfTheUndoQueue)
 {
     mel("counter -step 3");

@@ -5,7 +5,10 @@
 #include "tools/tools.h"
 #include "types/error.h"
 
+#include <cstdio>
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
 
 namespace {
 
@@ -77,6 +80,32 @@ TEST_F(PluginLoadTest, whatCannotBeLoadedIsNamedWithTheReason)
     }
     EXPECT_TRUE(session.plugins().all().empty());
     EXPECT_FALSE(session.commands().exists("neverThere"));
+}
+
+TEST_F(PluginLoadTest, aLibraryThatWasCutOffOrDamagedIsRefused)
+{
+    std::ifstream stream(file("counter"), std::ios::binary);
+    const std::string whole((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
+    const std::string copy = ::testing::TempDir() + "damaged.so";
+    const auto refusal = [&](const std::string& bytes) {
+        std::ofstream(copy, std::ios::binary | std::ios::trunc) << bytes;
+        return loadError(copy);
+    };
+    for (std::size_t size = 0; size < whole.size(); size += whole.size() / 40 + 1)
+        EXPECT_NE("no error", refusal(whole.substr(0, size))) << size;
+    EXPECT_NE("no error", refusal(whole.substr(0, whole.size() - 1)));
+
+    const struct {
+        std::size_t offset; ///< in the header, where all ones are put
+        std::size_t size;
+    } fields[] = {{4, 1}, {5, 1}, {16, 2}, {18, 2}, {32, 8}, {40, 8}, {54, 2}, {56, 2}, {58, 2}, {60, 2}};
+    for (const auto& field : fields) {
+        std::string damaged = whole;
+        damaged.replace(field.offset, field.size, field.size, '\xFF');
+        EXPECT_NE("no error", refusal(damaged)) << field.offset;
+    }
+    std::remove(copy.c_str());
+    EXPECT_EQ("no error", loadError(file("counter")));
 }
 
 TEST_F(PluginLoadTest, namesAreLookedUpInTheSearchFolders)

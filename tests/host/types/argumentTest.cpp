@@ -5,7 +5,9 @@
 
 #include <maya/MArgList.h>
 #include <maya/MArgParser.h>
+#include <maya/MDoubleArray.h>
 #include <maya/MIntArray.h>
+#include <maya/MStringArray.h>
 #include <maya/MSyntax.h>
 
 #include <gtest/gtest.h>
@@ -66,6 +68,44 @@ TEST(ArgumentTest, arraysRunFromTheIndexToTheFirstOtherValue)
     EXPECT_EQ(4U, index);
     EXPECT_EQ(MArgList::kInvalidArgIndex, list.flagIndex("q", "query"));
     EXPECT_EQ("-ids 4 5 6 \"two words\" 0.1", host::argumentLine({"-ids", 4, 5, 6, "two words", 0.1}));
+}
+
+TEST(ArgumentTest, anArrayIsOneArgumentWithThatManyValues)
+{
+    using namespace host::mel;
+    const MArgList list = listOf(
+        {"-ids", IntArray{4, 5}, 6, StringArray{"7", "two words"}, VectorArray{{1, 2, 3}}, FloatArray{}});
+    EXPECT_EQ(6U, list.length());
+    unsigned int index = 1;
+    EXPECT_EQ(2U, list.asIntArray(index).length());
+    EXPECT_EQ(2U, index);
+    MIntArray single;
+    EXPECT_TRUE(list.get(index, single)); // stops where an array begins
+    EXPECT_EQ(1U, single.length());
+    EXPECT_EQ(3U, index);
+    EXPECT_FALSE(list.get(index, single)); // "two words" is no number
+    EXPECT_EQ(3U, index);
+    EXPECT_EQ(2U, list.asStringArray(index).length());
+    EXPECT_EQ(3U, list.asDoubleArray(index).length());
+    EXPECT_TRUE(list.get(index, single));
+    EXPECT_EQ(0U, single.length());
+    double number = 0.0;
+    EXPECT_FALSE(list.get(1, number)) << "an array is no single value";
+    EXPECT_EQ("-ids 4 5 6 7 \"two words\" 1 2 3", host::argumentLine(host::Api::arguments(list).values));
+    EXPECT_EQ("brush -ids 4 ...", host::callLine("brush", host::Api::arguments(list).values, 13));
+}
+
+TEST(ArgumentTest, aDeclaredCallTakesTheElementsOfArrays)
+{
+    using namespace host::mel;
+    MStatus status;
+    const MArgParser parser(exampleSyntax(), listOf({FloatArray{}, "-move", FloatArray{1, 2}, "-size", 3}),
+                            &status);
+    ASSERT_TRUE(status);
+    EXPECT_DOUBLE_EQ(2.0, parser.flagArgumentDouble("-move", 1));
+    unsigned int position = 0;
+    EXPECT_TRUE(parser.getFlagArgumentPosition("-size", 0, position));
+    EXPECT_EQ(3U, position);
 }
 
 TEST(ArgumentTest, syntaxRefusesFlagsThatThePlatformRefuses)

@@ -10,6 +10,8 @@
 #include "types/error.h"
 #include "undo/edits.h"
 
+#include <algorithm>
+
 namespace host {
 
 namespace {
@@ -53,22 +55,32 @@ Value clusterCommand(Session& session, const Args& args)
     return mel::StringArray{cluster.name(), handle.uniqueName()};
 }
 
+void setWeights(Session& session, const Plug& weights, const std::vector<int>& points, double value)
+{
+    std::vector<std::uint32_t> indices(points.begin(), points.end());
+    std::sort(indices.begin(), indices.end());
+    session.edits().replaceElements(weights, indices, [&] {
+        for (const std::uint32_t index : indices)
+            weights.element(index).setNumber(value);
+    });
+}
+
 Value percentCommand(Session& session, const Args& args)
 {
     std::vector<std::string> names = args.objectNames();
+    if (names.empty())
+        throw Error("percent: name the deformer.");
     Node& deformer = deformerNamed(session, args, names.front(), "weightGeometryFilter");
     names.erase(names.begin());
     mel::FloatArray asked;
     for (const ShapePoints& each : shapePoints(session, names)) {
         const Plug weights =
             deformer.plug("weightList").element(geometryIndex(deformer, *each.shape)).child(0);
-        for (const int point : each.points) {
-            const Plug weight = weights.element(static_cast<std::uint32_t>(point));
-            if (args.query())
-                asked.push_back(weight.number());
-            else if (args.isSet("value"))
-                session.edits().setNumber(weight, args.number("value"));
-        }
+        if (args.query())
+            for (const int point : each.points)
+                asked.push_back(weights.element(static_cast<std::uint32_t>(point)).number());
+        else if (args.isSet("value"))
+            setWeights(session, weights, each.points, args.number("value"));
     }
     return args.query() ? Value(asked) : Value();
 }

@@ -43,9 +43,14 @@ Value query(const Args& args, const std::vector<Node*>& poses)
             names.push_back(pose->uniqueName());
             continue;
         }
-        for (const DagNode* const member : args.isSet("atPose") ? strayedFrom(*pose) : membersOf(*pose))
-            if (member)
-                names.push_back(member->uniqueName());
+        std::vector<DagNode*> members = strayedFrom(*pose);
+        if (!args.isSet("atPose")) {
+            members.clear();
+            for (const PoseMember& member : membersOf(*pose))
+                members.push_back(member.node);
+        }
+        for (const DagNode* const member : members)
+            names.push_back(member->uniqueName());
     }
     return names;
 }

@@ -1,6 +1,7 @@
 #include "graph/graph.h"
 #include "mel/command.h"
 #include "mel/commands/register.h"
+#include "mel/interpreter.h"
 #include "scene/maText.h"
 #include "scene/sceneFile.h"
 #include "scene/sceneInfo.h"
@@ -30,7 +31,11 @@ void tell(Session& session, MSceneMessage::Message message)
 
 std::string wholePath(const std::string& path)
 {
-    return std::filesystem::absolute(path).lexically_normal().string();
+    std::error_code problem;
+    const std::filesystem::path whole = std::filesystem::absolute(path, problem);
+    if (path.empty() || problem)
+        throw Error("file: '" + path + "' is no file name.");
+    return whole.lexically_normal().string();
 }
 
 void refuseToLose(Session& session, const Args& args)
@@ -46,6 +51,12 @@ Value newFile(Session& session, const Args& args)
     session.newScene();
     tell(session, MSceneMessage::kAfterNew);
     return std::string("untitled");
+}
+
+bool exists(const std::string& path)
+{
+    std::error_code unreadable; // counts as a file that is not there
+    return std::filesystem::exists(path, unreadable);
 }
 
 std::string pathArgument(const Args& args)
@@ -112,7 +123,7 @@ Value queryFile(Session& session, const Args& args)
     if (args.isSet("modified") || args.isSet("anyModified"))
         return session.graph().modified;
     if (args.isSet("exists"))
-        return std::filesystem::exists(pathArgument(args));
+        return session.mel().limits.outside && exists(pathArgument(args));
     if (args.isSet("location"))
         return name.empty() ? std::string("unknown") : name;
     if (args.isSet("type"))
@@ -141,6 +152,8 @@ Value file(Session& session, const Args& args)
         session.graph().modified = args.boolean("modified");
     const auto mode = std::find_if(std::begin(kModes), std::end(kModes),
                                    [&](const Mode& candidate) { return args.isSet(candidate.flag); });
+    if (mode != std::end(kModes) && mode->run != newFile)
+        session.mel().requireOutside("file");
     if (mode != std::end(kModes))
         return mode->run(session, args);
     requireAscii(args);

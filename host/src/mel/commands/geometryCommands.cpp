@@ -4,6 +4,7 @@
 
 #include "mel/command.h"
 #include "mel/commands/nodeCommands.h"
+#include "mel/interpreter.h"
 #include "nodes/primitives.h"
 #include "session.h"
 #include "types/error.h"
@@ -71,6 +72,14 @@ int subdivisions(const Args& args, const char* flag, int otherwise, int least = 
     return count;
 }
 
+/// Before anything is made: a few digits too many must not take the memory of the machine.
+void requireFew(Session& session, const Args& args, double points)
+{
+    const std::size_t most = session.mel().limits.points;
+    if (points > static_cast<double>(most))
+        throw Error(args.commandName() + ": a shape can have " + std::to_string(most) + " points at most.");
+}
+
 double positive(const Args& args, const char* flag, double otherwise)
 {
     const double size = args.numberOr(flag, otherwise);
@@ -81,36 +90,40 @@ double positive(const Args& args, const char* flag, double otherwise)
 
 Value polyPlane(Session& session, const Args& args)
 {
-    return createShape(session, args, "pPlane", "mesh", "cachedInMesh",
-                       turned(args, planeMesh(positive(args, "width", 1), positive(args, "height", 1),
-                                              subdivisions(args, "subdivisionsX", 10),
-                                              subdivisions(args, "subdivisionsY", 10))));
+    const int sx = subdivisions(args, "subdivisionsX", 10), sy = subdivisions(args, "subdivisionsY", 10);
+    requireFew(session, args, (sx + 1.0) * (sy + 1.0));
+    return createShape(
+        session, args, "pPlane", "mesh", "cachedInMesh",
+        turned(args, planeMesh(positive(args, "width", 1), positive(args, "height", 1), sx, sy)));
 }
 
 Value polyCube(Session& session, const Args& args)
 {
     const V3d size(positive(args, "width", 1), positive(args, "height", 1), positive(args, "depth", 1));
+    const int sx = subdivisions(args, "subdivisionsX", 1), sy = subdivisions(args, "subdivisionsY", 1),
+              sz = subdivisions(args, "subdivisionsZ", 1);
+    requireFew(session, args, 2.0 * (sx * (sy + 1.0) + sy * (sz + 1.0) + sz * (sx + 1.0)));
     return createShape(session, args, "pCube", "mesh", "cachedInMesh",
-                       turned(args, cubeMesh(size, subdivisions(args, "subdivisionsX", 1),
-                                             subdivisions(args, "subdivisionsY", 1),
-                                             subdivisions(args, "subdivisionsZ", 1))));
+                       turned(args, cubeMesh(size, sx, sy, sz)));
 }
 
 Value polySphere(Session& session, const Args& args)
 {
-    return createShape(
-        session, args, "pSphere", "mesh", "cachedInMesh",
-        turned(args, sphereMesh(positive(args, "radius", 1), subdivisions(args, "subdivisionsX", 20, 3),
-                                subdivisions(args, "subdivisionsY", 20, 3))));
+    const int sx = subdivisions(args, "subdivisionsX", 20, 3),
+              sy = subdivisions(args, "subdivisionsY", 20, 3);
+    requireFew(session, args, static_cast<double>(sx) * sy);
+    return createShape(session, args, "pSphere", "mesh", "cachedInMesh",
+                       turned(args, sphereMesh(positive(args, "radius", 1), sx, sy)));
 }
 
 Value polyCylinder(Session& session, const Args& args)
 {
-    return createShape(session, args, "pCylinder", "mesh", "cachedInMesh",
-                       turned(args, cylinderMesh(positive(args, "radius", 1), positive(args, "height", 2),
-                                                 subdivisions(args, "subdivisionsX", 20, 3),
-                                                 subdivisions(args, "subdivisionsY", 1),
-                                                 subdivisions(args, "subdivisionsZ", 1, 0))));
+    const int sx = subdivisions(args, "subdivisionsX", 20, 3), sy = subdivisions(args, "subdivisionsY", 1),
+              rings = subdivisions(args, "subdivisionsZ", 1, 0);
+    requireFew(session, args, sx * (sy + 2.0 * rings + 1.0) + 2.0);
+    return createShape(
+        session, args, "pCylinder", "mesh", "cachedInMesh",
+        turned(args, cylinderMesh(positive(args, "radius", 1), positive(args, "height", 2), sx, sy, rings)));
 }
 
 /// Knots 0 ... spans with the ends repeated, `cvs + degree - 1` in all.
@@ -151,9 +164,11 @@ Value curveCommand(Session& session, const Args& args)
                              args.number("point", 2, use));
     curve->degree = args.integerOr("degree", 3);
     const int cvs = static_cast<int>(points->size());
-    if (curve->degree < 1 || cvs < curve->degree + 1)
-        throw Error("curve: a curve of degree " + std::to_string(curve->degree) + " needs at least " +
-                    std::to_string(curve->degree + 1) + " points.");
+    if (curve->degree < 1)
+        throw Error("curve: the degree must be at least 1.");
+    if (cvs <= curve->degree)
+        throw Error("curve: " + std::to_string(cvs) + " points are too few for a curve of degree " +
+                    std::to_string(curve->degree) + ".");
     curve->spans = cvs - curve->degree;
     curve->knots = givenKnots(args, cvs, curve->degree);
     curve->pointsRef = std::move(points);
@@ -184,6 +199,7 @@ Value nurbsPlane(Session& session, const Args& args)
     surface->degreeU = surface->degreeV = degree;
     surface->numU = subdivisions(args, "patchesU", 1) + degree;
     surface->numV = subdivisions(args, "patchesV", 1) + degree;
+    requireFew(session, args, static_cast<double>(surface->numU) * surface->numV);
     surface->knotsU = clampedKnots(surface->numU, degree);
     surface->knotsV = clampedKnots(surface->numV, degree);
     const double width = positive(args, "width", 1);

@@ -198,10 +198,10 @@ mel::FloatArray defaults(const Attribute& attribute)
 mel::StringArray enumList(const Attribute& attribute)
 {
     std::string text;
-    int next = 0;
+    long long next = 0;
     for (const auto& [name, value] : attribute.enumFields) {
         text += (text.empty() ? "" : ":") + name + (value != next ? "=" + std::to_string(value) : "");
-        next = value + 1;
+        next = value + 1LL;
     }
     return {text};
 }

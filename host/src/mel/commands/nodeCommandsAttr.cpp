@@ -29,23 +29,31 @@ class ValueWords {
 public:
     explicit ValueWords(const std::vector<Value>& values)
     {
-        statement.words.push_back(word("setAttr"));
+        statement.words.push_back(bareWord("setAttr"));
         for (std::size_t k = 1; k < values.size(); ++k)
-            statement.words.push_back(
-                word(values[k].isNumber() ? maNumber(values[k].toFloat()) : values[k].toString()));
+            statement.words.push_back(values[k].isNumber() ? bareWord(maNumber(values[k].toFloat()))
+                                                           : textWord(values[k].toString()));
     }
 
     MaCursor cursor() const { return MaCursor(statement, {}); }
     std::size_t count() const { return statement.words.size() - 1; }
 
 private:
-    MaWord word(std::string text)
+    /// Texts that are numbers count as such, but "inf" and "nan" are names in scripts.
+    MaWord textWord(std::string text)
+    {
+        bool isNumber = false, truth = false;
+        double inFile = 0.0;
+        mel::parseNumber(text, &isNumber);
+        const bool bare = isNumber || (maParseBoolean(text, truth) && !maParseNumber(text, inFile));
+        return word(std::move(text), bare ? MaWord::Kind::kBare : MaWord::Kind::kString);
+    }
+    MaWord bareWord(std::string text) { return word(std::move(text), MaWord::Kind::kBare); }
+
+    MaWord word(std::string text, MaWord::Kind kind)
     {
         MaWord word;
-        double number = 0.0;
-        bool truth = false;
-        const bool bare = maParseNumber(text, number) || maParseBoolean(text, truth);
-        word.kind = bare ? MaWord::Kind::kBare : MaWord::Kind::kString;
+        word.kind = kind;
         word.text = texts.emplace_back(std::move(text));
         word.line = 1;
         word.offset = whole.size();
@@ -83,6 +91,12 @@ double limited(const Plug& plug, double value, bool clamp)
 
 void setFlags(Session& session, const PlugRange& range, const Args& args, bool before)
 {
+    constexpr std::size_t kMostFlagged = 1 << 16;
+    if (!args.isSet("lock") && !args.isSet("keyable") && !args.isSet("channelBox"))
+        return;
+    if (range.count() > kMostFlagged)
+        throw Error("setAttr: the flags of " + std::to_string(range.count()) +
+                    " elements cannot be set at once.");
     for (std::size_t step = 0; step < range.count(); ++step) {
         const Plug plug = range.at(step);
         // Unlocking comes in front of the value, locking behind it.
@@ -93,6 +107,33 @@ void setFlags(Session& session, const PlugRange& range, const Args& args, bool b
         if (before && args.isSet("channelBox"))
             session.edits().setChannelBox(plug, args.boolean("channelBox"));
     }
+}
+
+struct TouchedElements {
+    Plug array;
+    std::vector<std::uint32_t> indices;
+};
+
+/// The array whose elements a range runs over, or the rows in which weights lie; nothing for a single plug.
+std::optional<TouchedElements> touchedElements(const PlugRange& range)
+{
+    const Attribute* attribute = range.plug.attribute();
+    const bool isWeight = attribute->parent && attribute->parent->flags.weightRows;
+    if (isWeight)
+        attribute = attribute->parent;
+    while (range.ranged && !isWeight && !(attribute->flags.array && attribute->ownIndexSlot() == range.slot))
+        attribute = attribute->parent;
+    if (!attribute->flags.array || (!range.ranged && !isWeight))
+        return std::nullopt;
+    const unsigned slot = attribute->ownIndexSlot();
+    TouchedElements touched{Plug(range.plug.node(), attribute), {}};
+    for (unsigned above = 0; above < slot; ++above)
+        touched.array.setIndex(above, range.plug.index(above));
+    const bool runs = range.ranged && range.slot == slot;
+    const std::uint32_t first = runs ? range.first : range.plug.index(slot);
+    for (std::size_t step = 0; step < (runs ? range.count() : 1); ++step)
+        touched.indices.push_back(first + static_cast<std::uint32_t>(step));
+    return touched;
 }
 
 void setValues(Session& session, const PlugRange& range, const Args& args)
@@ -110,12 +151,13 @@ void setValues(Session& session, const PlugRange& range, const Args& args)
         cursor.expectEnd();
         return session.edits().setNumber(range.plug, value);
     }
-    const bool wholeArray = range.ranged && attribute.flags.array && range.slot == attribute.ownIndexSlot();
-    Plug changed = wholeArray ? range.plug.array() : range.plug;
-    const bool weights = attribute.parent && attribute.parent->flags.weightRows;
-    if ((range.ranged && !wholeArray) || weights)
-        changed = Plug(range.plug.node(), &attribute.root());
-    session.edits().replaceBelow(changed, [&] { assignValues(range, type, SceneUnits(), cursor); });
+    if (range.count() > words.count())
+        throw Error("setAttr: there are fewer values than elements.");
+    const auto assign = [&] { assignValues(range, type, SceneUnits(), cursor); };
+    if (const std::optional<TouchedElements> touched = touchedElements(range))
+        session.edits().replaceElements(touched->array, touched->indices, assign);
+    else
+        session.edits().replaceBelow(range.plug, assign);
 }
 
 Value setAttr(Session& session, const Args& args)
@@ -202,6 +244,8 @@ Value deleteAttr(Session& session, const Args& args)
 
 Value queryAliases(Session& session, const Args& args)
 {
+    if (args.objects().empty())
+        throw Error("aliasAttr: name a node or an attribute.");
     const std::string text = args.objects().front().toString();
     if (text.find('.') == text.npos) {
         mel::StringArray pairs;

@@ -115,6 +115,7 @@ DagNode& duplicateNode(Session& session, DagNode& original, const std::string& n
     SceneInfo unused;
     MaReadOptions options;
     options.import = true;
+    options.copies = true;
     MaReader(graph, unused, stream, "duplicate", options).read();
     DagNode& copy = *graph.nodes()[before]->asDag();
     session.edits().made(copy); // from here on a failure takes it back

@@ -11,6 +11,9 @@ namespace host {
 
 namespace {
 
+/// Commands go through all elements of a range, also of those that nothing is stored for.
+constexpr std::size_t kMostElements = std::size_t{1} << 22;
+
 std::string pathOf(const std::string& text)
 {
     const std::size_t dot = text.find('.');
@@ -49,6 +52,8 @@ PlugRange plugsNamed(Session& session, const std::string& text)
         onNodeOrShape(node, [&](Node& each) { return resolvePlugs(each, pathOf(text)); });
     if (!plugs)
         throw Error("No object matches name: " + text);
+    if (plugs->count() > kMostElements)
+        throw Error("'" + text + "' names too many elements.");
     return *plugs;
 }
 

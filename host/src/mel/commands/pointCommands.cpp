@@ -19,7 +19,9 @@ using mel::Value;
 Value pointPositionCommand(Session& session, const Args& args)
 {
     const SelectionList targets = commandTargets(session, args.objectNames());
-    const SelectionItem& item = targets.items.at(0);
+    if (targets.items.size() != 1)
+        throw Error("pointPosition needs one control point.");
+    const SelectionItem& item = targets.items.front();
     DagNode* shape = item.node->asDag();
     if (!shape || !item.component || pointIndices(*shape, item.component.get()).size() != 1)
         throw Error("pointPosition needs one control point.");

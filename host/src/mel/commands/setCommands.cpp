@@ -59,8 +59,10 @@ void leaveOtherShading(Session& session, const Node& set, const SelectionList& m
 
 Value setsCommand(Session& session, const Args& args)
 {
+    if (args.query() && args.objects().empty())
+        throw Error("sets: name the set to query.");
     if (args.query())
-        return memberNames(deformerNamed(session, args, args.objectNames().at(0), "objectSet"));
+        return memberNames(deformerNamed(session, args, args.objectNames().front(), "objectSet"));
     if (args.isSet("isMember")) {
         Node& set = deformerNamed(session, args, args.text("isMember"), "objectSet");
         for (const SelectionItem& item : commandTargets(session, args.objectNames()).items)

@@ -207,7 +207,7 @@ mel::StringArray weightedInfluences(Node& skin)
 {
     std::set<std::uint32_t> columns;
     if (const WeightRows* const rows = skin.plug("weightList").rows())
-        for (std::uint32_t row = 0; row < rows->rowEnd(); ++row)
+        for (const std::uint32_t row : rows->rowIndices())
             for (const WeightRows::Entry entry : rows->row(row))
                 if (entry.weight != 0.0)
                     columns.insert(entry.column);
@@ -253,6 +253,16 @@ Value querySkin(const Args& args, Node& skin)
                 "-bindMethod, -weightDistribution.");
 }
 
+std::vector<std::uint32_t> rowsWith(const Plug& weightList, std::uint32_t influence)
+{
+    std::vector<std::uint32_t> found;
+    if (const WeightRows* const rows = weightList.rows())
+        for (const std::uint32_t row : rows->rowIndices())
+            if (rows->has(row, influence))
+                found.push_back(row);
+    return found;
+}
+
 /// Takes an influence out. Its logical index stays free, the others keep theirs; the weight it had goes to
 /// the others of each vertex in proportion.
 void removeInfluence(Session& session, Node& skin, const std::string& name)
@@ -264,9 +274,10 @@ void removeInfluence(Session& session, Node& skin, const std::string& name)
         throw Error("skinCluster: " + name + " is no influence of " + skin.name() + ".");
     const std::uint32_t column = influences.logical[physical];
     const Plug list = skin.plug("weightList");
-    session.edits().replaceBelow(list, [&] {
+    const std::vector<std::uint32_t> weighted = rowsWith(list, column);
+    session.edits().replaceElements(list, weighted, [&] {
         WeightRows& rows = list.makeRows();
-        for (std::uint32_t row = 0; row < rows.rowEnd(); ++row) {
+        for (const std::uint32_t row : weighted) {
             const double gone = rows.get(row, column);
             rows.erase(row, column);
             const WeightRows::Span span = rows.row(row);

@@ -160,9 +160,21 @@ void prune(const Args& args, Skin& skin, const ShapePoints& at)
     skin.set(at, skin.allColumns(), scaledToOne(values, skin, args.booleanOr("normalize", true)), false);
 }
 
+std::vector<std::uint32_t> rowsOf(const std::vector<ShapePoints>& shapes)
+{
+    std::vector<std::uint32_t> rows;
+    for (const ShapePoints& each : shapes)
+        rows.insert(rows.end(), each.points.begin(), each.points.end());
+    std::sort(rows.begin(), rows.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    return rows;
+}
+
 Value skinPercentCommand(Session& session, const Args& args)
 {
     std::vector<std::string> names = args.objectNames();
+    if (names.empty())
+        throw Error("skinPercent: name the skinCluster.");
     Node& node = deformerNamed(session, args, names.front(), "skinCluster");
     names.erase(names.begin());
     const std::vector<ShapePoints> points = shapePoints(session, names);
@@ -173,7 +185,7 @@ Value skinPercentCommand(Session& session, const Args& args)
         throw Error(
             "skinPercent needs -transformValue, -pruneWeights or -normalize, or -query with -transform "
             "or -value.");
-    session.edits().replaceBelow(node.plug("weightList"), [&] {
+    session.edits().replaceElements(node.plug("weightList"), rowsOf(points), [&] {
         for (const ShapePoints& each : points) {
             if (args.isSet("transformValue") && args.booleanOr("zeroRemainingInfluences", false))
                 setValuesAlone(session, args, skin, each);

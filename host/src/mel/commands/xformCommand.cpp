@@ -114,10 +114,20 @@ Value queryPoints(const SelectionList& targets, bool world)
     return all;
 }
 
+Value rotateOrderName(Node& node)
+{
+    const double order = node.plug("rotateOrder").number();
+    if (!(order >= 0.0 && order < static_cast<double>(kRotateOrders.size())))
+        throw Error("xform: '" + node.uniqueName() + "' has no known rotate order.");
+    return kRotateOrders[static_cast<std::size_t>(order)];
+}
+
 Value query(const Args& args, const SelectionList& targets)
 {
     const bool world = args.isSet("worldSpace");
-    const SelectionItem& item = targets.items.at(0);
+    if (targets.items.empty())
+        throw Error("xform: there is nothing to query.");
+    const SelectionItem& item = targets.items.front();
     if (args.isSet("translation") && item.component)
         return queryPoints(targets, world);
     DagNode& node = transformOf(item);
@@ -134,7 +144,7 @@ Value query(const Args& args, const SelectionList& targets)
     if (args.isSet("pivots"))
         return bothPivots(node, world);
     if (args.isSet("rotateOrder"))
-        return kRotateOrders.at(static_cast<std::size_t>(node.plug("rotateOrder").number()));
+        return rotateOrderName(node);
     if (args.isSet("boundingBox")) {
         const Imath::Box3d box = boxOf(node, world);
         mel::FloatArray corners = numbers(box.min);
