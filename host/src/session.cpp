@@ -62,8 +62,9 @@ Session::Session()
 Session::~Session()
 {
     makeCurrent();
-    traceOwned->setSink({});   // the trace tells what plug-ins ask while the host runs
-    pluginsOwned->unloadAll(); // needs everything below, the registry itself included
+    traceOwned->setSink({}); // the trace tells what plug-ins ask while the host runs
+    quit();
+    pluginsOwned->leaveAll(); // needs everything below, the registry itself included
     pluginsOwned.reset();
     undoOwned->flush();
     toolsOwned.reset();

@@ -25,9 +25,9 @@ class Interpreter;
 /// session that the static interface (MGlobal and the like) speaks to. Several may exist; making one makes
 /// it current, ending one makes the previous current again.
 ///
-/// Teardown order, the reverse of use: plug-ins are unloaded (their contexts and commands go first), the
-/// undo queue is flushed (it holds nodes and plug-in commands), tools, selection and viewport let go of
-/// nodes, then interpreter and commands, then the scene, and last messages and trace.
+/// Teardown order, the reverse of use: exit callbacks run, plug-ins leave (their contexts and commands go
+/// first), the undo queue is flushed (it holds nodes and plug-in commands), tools, selection and viewport let
+/// go of nodes, then interpreter and commands, then the scene, and last messages and trace.
 class Session {
 public:
     Session();
@@ -59,7 +59,8 @@ public:
     void newScene();
     std::string sceneName; ///< path of the open file, empty when untitled
 
-    /// Quits as Maya does: exit callbacks run; no plug-in is unloaded by it.
+    /// Quits as Maya does: exit callbacks run; no plug-in is unloaded by it or asked to uninitialize later.
+    /// The end of a session quits it.
     void quit();
     bool quitting() const { return quitRequested; }
 

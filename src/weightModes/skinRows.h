@@ -5,6 +5,7 @@
 #include <maya/MDagPath.h>
 #include <maya/MDoubleArray.h>
 #include <maya/MFnSkinCluster.h>
+#include <maya/MObject.h>
 #include <maya/MStatus.h>
 #include <memory>
 #include <vector>

@@ -1,7 +1,11 @@
 #pragma once
 
+#include <maya/MDagPath.h>
+#include <maya/MMatrix.h>
+#include <maya/MPoint.h>
 #include <maya/MStatus.h>
 #include <maya/MTypes.h>
+#include <maya/MVector.h>
 
 namespace host {
 struct Api;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <maya/MArgParser.h>
+#include <maya/MSelectionList.h>
 
 namespace host {
 struct Api;

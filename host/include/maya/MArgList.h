@@ -1,8 +1,13 @@
 #pragma once
 
+#include <maya/MDoubleArray.h>
+#include <maya/MIntArray.h>
+#include <maya/MPoint.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
+#include <maya/MStringArray.h>
 #include <maya/MTypes.h>
+#include <maya/MVector.h>
 
 #include <memory>
 
@@ -33,6 +38,10 @@ public:
     MIntArray asIntArray(unsigned int& index, MStatus* status = nullptr) const;
     MDoubleArray asDoubleArray(unsigned int& index, MStatus* status = nullptr) const;
     const MStringArray asStringArray(unsigned int& index, MStatus* status = nullptr) const;
+    /// So many numbers from the index on, which moves behind them; the others of the point or vector keep
+    /// their defaults.
+    MVector asVector(unsigned int& index, unsigned int numElements = 3, MStatus* status = nullptr) const;
+    MPoint asPoint(unsigned int& index, unsigned int numElements = 3, MStatus* status = nullptr) const;
     MStatus get(unsigned int index, bool& ret) const;
     MStatus get(unsigned int index, int& ret) const;
     MStatus get(unsigned int index, double& ret) const;
@@ -41,6 +50,8 @@ public:
     MStatus get(unsigned int& index, MIntArray& ret) const;
     MStatus get(unsigned int& index, MDoubleArray& ret) const;
     MStatus get(unsigned int& index, MStringArray& ret) const;
+    MStatus get(unsigned int& index, MVector& ret, unsigned int numElements = 3) const;
+    MStatus get(unsigned int& index, MPoint& ret, unsigned int numElements = 3) const;
     /// The position of a flag, given without or with its dash; kInvalidArgIndex when it is not there.
     unsigned int flagIndex(const char* shortFlag, const char* longFlag = nullptr) const;
     static const unsigned int kInvalidArgIndex = 0xFFFFFFFFU;
@@ -48,6 +59,9 @@ public:
     MStatus addArg(int arg);
     MStatus addArg(double arg);
     MStatus addArg(const MString& arg);
+    /// Three numbers.
+    MStatus addArg(const MVector& arg);
+    MStatus addArg(const MPoint& arg);
     static const char* className() { return "MArgList"; }
 
 private:

@@ -1,8 +1,12 @@
 #pragma once
 
+#include <maya/MDoubleArray.h>
+#include <maya/MIntArray.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
+#include <maya/MStringArray.h>
 #include <maya/MTypes.h>
+#include <maya/MVector.h>
 
 #include <memory>
 

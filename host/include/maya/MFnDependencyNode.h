@@ -3,6 +3,7 @@
 #include <maya/MFnBase.h>
 #include <maya/MPlug.h>
 #include <maya/MString.h>
+#include <maya/MStringArray.h>
 
 namespace host {
 struct Api;
@@ -25,6 +26,9 @@ public:
     /// attribute.
     MPlug findPlug(const MObject& attr, bool wantNetworkedPlug, MStatus* status = nullptr) const;
     MPlug findPlug(const MString& attrName, bool wantNetworkedPlug, MStatus* status = nullptr) const;
+    /// Obsolete: a networked plug is wanted.
+    MPlug findPlug(const MObject& attr, MStatus* status = nullptr) const;
+    MPlug findPlug(const MString& attrName, MStatus* status = nullptr) const;
     MObject attribute(const MString& attrName, MStatus* status = nullptr) const;
     bool hasAttribute(const MString& name, MStatus* status = nullptr) const;
     /// Pairs of alias and attribute name such as `weight[3]`, in the order in which they were made; false

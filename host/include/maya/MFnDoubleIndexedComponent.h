@@ -1,6 +1,7 @@
 #pragma once
 
 #include <maya/MFnComponent.h>
+#include <maya/MIntArray.h>
 
 namespace host {
 struct Api;

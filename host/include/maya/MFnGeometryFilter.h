@@ -1,6 +1,7 @@
 #pragma once
 
 #include <maya/MFnDependencyNode.h>
+#include <maya/MObjectArray.h>
 
 namespace host {
 struct Api;

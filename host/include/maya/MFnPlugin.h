@@ -2,6 +2,7 @@
 
 #include <maya/MFnBase.h>
 #include <maya/MString.h>
+#include <maya/MSyntax.h>
 
 namespace host {
 struct Api;

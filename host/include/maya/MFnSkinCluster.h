@@ -1,6 +1,11 @@
 #pragma once
 
+#include <maya/MDagPath.h>
+#include <maya/MDagPathArray.h>
+#include <maya/MDoubleArray.h>
+#include <maya/MFloatArray.h>
 #include <maya/MFnGeometryFilter.h>
+#include <maya/MIntArray.h>
 
 namespace host {
 struct Api;

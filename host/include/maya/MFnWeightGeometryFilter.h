@@ -1,5 +1,7 @@
 #pragma once
 
+#include <maya/MDagPath.h>
+#include <maya/MFloatArray.h>
 #include <maya/MFnGeometryFilter.h>
 
 namespace host {

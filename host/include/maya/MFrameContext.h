@@ -1,6 +1,8 @@
 #pragma once
 
+#include <maya/MDagPath.h>
 #include <maya/MMatrix.h>
+#include <maya/MPoint.h>
 #include <maya/MStatus.h>
 #include <maya/MTypes.h>
 

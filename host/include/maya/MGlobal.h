@@ -42,6 +42,12 @@ public:
 
     static MStatus getActiveSelectionList(MSelectionList& dest, bool orderedSelectionIfAvailable = false);
     static MStatus setActiveSelectionList(const MSelectionList& src, ListAdjustment = kReplaceList);
+    /// As setActiveSelectionList, as a command that can be undone.
+    static MStatus selectCommand(const MSelectionList& src, ListAdjustment = kReplaceList);
+    /// Everything that a name or pattern stands for; fails when that is nothing.
+    static MStatus selectByName(const MString& name, ListAdjustment = kAddToList);
+    static MStatus unselectByName(const MString& name);
+    static MStatus getSelectionListByName(const MString& name, MSelectionList& list);
     static MStatus clearSelectionList();
     static MStatus getRichSelection(MRichSelection& dest, bool defaultToActiveSelection = true);
     static MStatus setRichSelection(const MRichSelection& src);

@@ -2,6 +2,7 @@
 
 #include <maya/MFn.h>
 #include <maya/MObject.h>
+#include <maya/MPlug.h>
 #include <maya/MStatus.h>
 #include <maya/MTypes.h>
 

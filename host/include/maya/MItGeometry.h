@@ -1,8 +1,10 @@
 #pragma once
 
+#include <maya/MDagPath.h>
 #include <maya/MFn.h>
 #include <maya/MObject.h>
 #include <maya/MPoint.h>
+#include <maya/MPointArray.h>
 #include <maya/MStatus.h>
 #include <maya/MTypes.h>
 #include <maya/MWeight.h>

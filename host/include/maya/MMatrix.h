@@ -36,6 +36,8 @@ public:
     MStatus get(double dest[4][4]) const;
     static const char* className() { return "MMatrix"; }
 
+    static const MMatrix identity;
+
     double matrix[4][4];
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <maya/MIntArray.h>
 #include <maya/MObject.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
@@ -26,6 +27,7 @@ public:
     bool operator!=(const MObject& other) const;
 
     bool isNull(MStatus* status = nullptr) const;
+    bool operator!() const;
     MObject node(MStatus* status = nullptr) const;
     MObject attribute(MStatus* status = nullptr) const;
     MString name(MStatus* status = nullptr) const;
@@ -53,6 +55,9 @@ public:
     unsigned int numElements(MStatus* status = nullptr) const;
     unsigned int evaluateNumElements(MStatus* status = nullptr);
     unsigned int getExistingArrayAttributeIndices(MIntArray& indices, MStatus* status = nullptr);
+    /// As elementByPhysicalIndex and as child.
+    MPlug operator[](unsigned int physicalIndex) const;
+    MPlug operator[](MObject& attr) const;
     MPlug child(MObject& attr, MStatus* status = nullptr) const;
     MPlug child(unsigned int index, MStatus* status = nullptr) const;
     unsigned int numChildren(MStatus* status = nullptr) const;
@@ -65,14 +70,36 @@ public:
     float asFloat(MStatus* status = nullptr) const;
     int asInt(MStatus* status = nullptr) const;
     short asShort(MStatus* status = nullptr) const;
+    char asChar(MStatus* status = nullptr) const;
+    MInt64 asInt64(MStatus* status = nullptr) const;
     bool asBool(MStatus* status = nullptr) const;
     MString asString(MStatus* status = nullptr) const;
     MStatus setDouble(double);
     MStatus setFloat(float);
     MStatus setInt(int);
     MStatus setShort(short);
+    MStatus setChar(char);
+    MStatus setInt64(MInt64);
     MStatus setBool(bool);
     MStatus setString(const MString&);
+    /// The same for every type: getValue leaves the target alone when it fails.
+    MStatus getValue(double&) const;
+    MStatus getValue(float&) const;
+    MStatus getValue(MInt64&) const;
+    MStatus getValue(int&) const;
+    MStatus getValue(short&) const;
+    MStatus getValue(char&) const;
+    MStatus getValue(bool&) const;
+    MStatus getValue(MString&) const;
+    MStatus setValue(double);
+    MStatus setValue(float);
+    MStatus setValue(MInt64);
+    MStatus setValue(int);
+    MStatus setValue(short);
+    MStatus setValue(char);
+    MStatus setValue(bool);
+    MStatus setValue(const MString&);
+    MStatus setValue(const char*);
     static const char* className() { return "MPlug"; }
 
 private:

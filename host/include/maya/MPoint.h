@@ -1,5 +1,6 @@
 #pragma once
 
+#include <maya/MMatrix.h>
 #include <maya/MStatus.h>
 #include <maya/MTypes.h>
 #include <maya/MVector.h>
@@ -47,6 +48,8 @@ public:
     bool isEquivalent(const MPoint& other, double tolerance = 1e-10) const;
     MStatus get(double* values) const;
     static const char* className() { return "MPoint"; }
+
+    static const MPoint origin;
 
     double x = 0.0;
     double y = 0.0;

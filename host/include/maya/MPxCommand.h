@@ -1,7 +1,11 @@
 #pragma once
 
+#include <maya/MArgList.h>
+#include <maya/MDoubleArray.h>
+#include <maya/MIntArray.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
+#include <maya/MStringArray.h>
 #include <maya/MSyntax.h>
 #include <maya/MTypes.h>
 
@@ -48,6 +52,15 @@ public:
     static void setResult(const MIntArray& val);
     static void setResult(const MDoubleArray& val);
     static void setResult(const MStringArray& val);
+    /// Adds to a result that is an array, or makes one of the value that was set. A result of another type is
+    /// dropped.
+    static void appendToResult(int val);
+    static void appendToResult(double val);
+    static void appendToResult(bool val);
+    static void appendToResult(const char* val);
+    static void appendToResult(const MString& val);
+    static void appendToResult(const MStringArray& val);
+    static bool isCurrentResultArray();
     static const char* className() { return "MPxCommand"; }
 
 private:

@@ -1,9 +1,13 @@
 #pragma once
 
+#include <maya/MEvent.h>
+#include <maya/MFrameContext.h>
 #include <maya/MObject.h>
+#include <maya/MPxToolCommand.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
 #include <maya/MTypes.h>
+#include <maya/MUIDrawManager.h>
 
 #include <memory>
 

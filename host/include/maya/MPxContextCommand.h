@@ -1,6 +1,7 @@
 #pragma once
 
 #include <maya/MArgParser.h>
+#include <maya/MPxContext.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
 #include <maya/MSyntax.h>

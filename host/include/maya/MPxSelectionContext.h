@@ -40,9 +40,11 @@ public:
     static const char* className() { return "MPxSelectionContext"; }
 
 protected:
+    /// Whether the press of this gesture selects. False when it is on what is selected already: then the tool
+    /// does its own work. Holds until the next press.
     bool isSelecting();
 
-    /// Port pixels.
+    /// World space, on the near clipping plane.
     MPoint startPoint();
     MPoint lastDragPoint();
     MPxToolCommand* newToolCommand() override;

@@ -39,6 +39,8 @@ public:
     /// Writes the message and the text of the status to standard error.
     void perror(const char* message) const;
     void perror(const MString& message) const;
+    /// What the macros below write to standard error: file, line and the text of the status.
+    void pAPIerror(const char* file, int line) const;
 
 private:
     MStatusCode code;
@@ -58,3 +60,23 @@ MAYA_HOST_EXPORT std::ostream& operator<<(std::ostream& out, MStatus& status);
 MAYA_HOST_NAMESPACE_CLOSE
 
 typedef MStatus MS;
+
+/// Reports a failed status and goes on.
+#define CHECK_MSTATUS(_status)                                                                               \
+    {                                                                                                        \
+        MStatus _maya_status = (_status);                                                                    \
+        if (MStatus::kSuccess != _maya_status)                                                               \
+            _maya_status.pAPIerror(__FILE__, __LINE__);                                                      \
+    }
+/// Reports a failed status and returns the value from the function around.
+#define CHECK_MSTATUS_AND_RETURN(_status, _retVal)                                                           \
+    {                                                                                                        \
+        MStatus _maya_status = (_status);                                                                    \
+        if (MStatus::kSuccess != _maya_status) {                                                             \
+            _maya_status.pAPIerror(__FILE__, __LINE__);                                                      \
+            return (_retVal);                                                                                \
+        }                                                                                                    \
+    }
+/// Reports a failed status and returns it. The expression is evaluated again then, as on the platform.
+#define CHECK_MSTATUS_AND_RETURN_IT(_status) CHECK_MSTATUS_AND_RETURN((_status), (_status))
+#define MFAIL(_status) (MStatus::kSuccess != (_status))

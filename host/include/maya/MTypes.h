@@ -8,6 +8,10 @@
 /// Keeps a class or function visible across shared libraries, whatever the default of the target.
 #define MAYA_HOST_EXPORT __attribute__((visibility("default")))
 
+#include <cstdint>
+
+typedef std::int64_t MInt64;
+
 MAYA_HOST_NAMESPACE_OPEN
 
 /// Spaces of points and vectors. kObject is the space of the shape itself.

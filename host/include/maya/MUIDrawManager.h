@@ -1,5 +1,8 @@
 #pragma once
 
+#include <maya/MColor.h>
+#include <maya/MPoint.h>
+#include <maya/MString.h>
 #include <maya/MTypes.h>
 
 namespace host {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <maya/MMatrix.h>
 #include <maya/MStatus.h>
 #include <maya/MTypes.h>
 
@@ -59,6 +60,10 @@ public:
     bool isEquivalent(const MVector& other, double tolerance = 1e-10) const;
     bool isParallel(const MVector& other, double tolerance = 1e-10) const;
     MStatus get(double* values) const;
+
+    static const MVector zero, one;
+    static const MVector xAxis, yAxis, zAxis;
+    static const MVector xNegAxis, yNegAxis, zNegAxis;
 
     double x = 0.0;
     double y = 0.0;

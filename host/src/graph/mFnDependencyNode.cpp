@@ -91,6 +91,16 @@ MPlug MFnDependencyNode::findPlug(const MString& attrName, bool, MStatus* status
     return plug;
 }
 
+MPlug MFnDependencyNode::findPlug(const MObject& attr, MStatus* status) const
+{
+    return findPlug(attr, true, status);
+}
+
+MPlug MFnDependencyNode::findPlug(const MString& attrName, MStatus* status) const
+{
+    return findPlug(attrName, true, status);
+}
+
 MObject MFnDependencyNode::attribute(const MString& attrName, MStatus* status) const
 {
     MStatus attached;

@@ -85,6 +85,21 @@ bool MPlug::isNull(MStatus* status) const
     return Api::plug(*this).isNull();
 }
 
+bool MPlug::operator!() const
+{
+    return isNull();
+}
+
+MPlug MPlug::operator[](unsigned int physicalIndex) const
+{
+    return elementByPhysicalIndex(physicalIndex);
+}
+
+MPlug MPlug::operator[](MObject& attr) const
+{
+    return child(attr);
+}
+
 MObject MPlug::node(MStatus* status) const
 {
     return host::answer(status, MObject(), [this] { return Api::wrap(usable(*this).node()); });

@@ -1,4 +1,6 @@
+#include "messages.h"
 #include "plugins/syntax.h"
+#include "session.h"
 #include "types/api.h"
 #include "types/error.h"
 
@@ -83,9 +85,11 @@ MArgParser::MArgParser() : parsed(nothing()) {}
 MArgParser::MArgParser(const MSyntax& syntax, const MArgList& argList, MStatus* status) : parsed(nothing())
 {
     try {
-        parsed = host::parseArguments(host::Api::syntax(syntax), host::Api::arguments(argList), "command");
+        parsed = host::parseArguments(host::Api::syntax(syntax), host::Api::arguments(argList), {});
         host::report(status, MStatus::kSuccess);
-    } catch (const host::Error&) {
+    } catch (const host::Error& error) {
+        if (host::Session* session = host::Session::currentOrNull())
+            session->messages().error(error.what());
         host::report(status, MStatus::kFailure);
     }
 }

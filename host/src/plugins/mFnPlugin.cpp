@@ -9,6 +9,8 @@
 #include <maya/MFnPlugin.h>
 #include <maya/MSyntax.h>
 
+#include <utility>
+
 namespace {
 
 using host::Plugin;
@@ -64,12 +66,12 @@ MFnPlugin::MFnPlugin(MObject& object, const char* vendor, const char* version, c
     Plugin* plugin = pluginOf(*this);
     if (!plugin)
         return;
-    // A second set on the same plug-in, as uninitializePlugin makes it, says nothing about vendor and
-    // version.
-    const std::string unknown = "Unknown";
-    if (vendor && vendor != unknown)
+    // The first set describes the plug-in; others, as uninitializePlugin makes one, only attach to it.
+    if (std::exchange(plugin->described, true))
+        return;
+    if (vendor)
         plugin->vendor = vendor;
-    if (version && version != unknown)
+    if (version)
         plugin->version = version;
     if (requiredApiVersion)
         plugin->requiredApi = requiredApiVersion;

@@ -23,6 +23,22 @@ void setCurrent(host::mel::Value value)
         *result = std::move(value);
 }
 
+/// Appends to the current result, a single value or an array of the type.
+template <class Array, class Single>
+void appendCurrent(Single value)
+{
+    host::mel::Value* result = host::ResultScope::current();
+    if (!result)
+        return;
+    Array array;
+    if (result->type() == host::mel::Value(Array()).type())
+        array = std::move(result->get<Array>());
+    else if (result->type() == host::mel::Value(Single()).type())
+        array.push_back(result->get<Single>());
+    array.push_back(std::move(value));
+    *result = std::move(array);
+}
+
 host::Messages* messages()
 {
     host::Session* session = host::Session::currentOrNull();
@@ -159,6 +175,43 @@ void MPxCommand::setResult(const MStringArray& val)
     for (unsigned int i = 0; i < val.length(); ++i)
         array.push_back(host::Api::text(val[i]));
     setCurrent(std::move(array));
+}
+
+void MPxCommand::appendToResult(int val)
+{
+    appendCurrent<host::mel::IntArray>(val);
+}
+
+void MPxCommand::appendToResult(double val)
+{
+    appendCurrent<host::mel::FloatArray>(val);
+}
+
+void MPxCommand::appendToResult(bool val)
+{
+    appendCurrent<host::mel::IntArray>(val ? 1 : 0);
+}
+
+void MPxCommand::appendToResult(const char* val)
+{
+    appendCurrent<host::mel::StringArray>(std::string(val ? val : ""));
+}
+
+void MPxCommand::appendToResult(const MString& val)
+{
+    appendCurrent<host::mel::StringArray>(host::Api::text(val));
+}
+
+void MPxCommand::appendToResult(const MStringArray& val)
+{
+    for (unsigned int i = 0; i < val.length(); ++i)
+        appendToResult(val[i]);
+}
+
+bool MPxCommand::isCurrentResultArray()
+{
+    const host::mel::Value* result = host::ResultScope::current();
+    return result && host::mel::isArray(result->type());
 }
 
 MPxToolCommand::MPxToolCommand() = default;

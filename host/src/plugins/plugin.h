@@ -29,6 +29,7 @@ public:
     bool alive() const override { return library != nullptr; }
 
     const std::string name;
+    bool described = false; ///< vendor and version have been told
     std::string vendor = "Unknown";
     std::string version = "Unknown";
     std::string requiredApi = "Any";

@@ -78,18 +78,20 @@ PluginRegistry::PluginRegistry(Session& session)
 
 PluginRegistry::~PluginRegistry()
 {
-    unloadAll();
+    leaveAll();
 }
 
-void PluginRegistry::unloadAll()
+void PluginRegistry::leaveAll()
 {
     while (!plugins.empty()) {
+        const Ref<Plugin> plugin(plugins.back());
         try {
-            unload(plugins.back()->name, true);
+            takeBack(*plugin);
+            close(*plugin);
         } catch (const Error& error) {
             // Its code still runs: closing the library would pull the ground from under it.
             owner.messages().error(error.what());
-            static_cast<void>(plugins.back()->library.release());
+            static_cast<void>(plugin->library.release());
             plugins.pop_back();
         }
     }

@@ -37,8 +37,10 @@ public:
     /// commands runs. Callbacks that the plug-in leaves behind are removed and reported as an error, since on
     /// the platform they crash.
     void unload(const std::string& name, bool force = false);
-    /// Unloads every plug-in by force, the last one first; what fails is reported and its library kept open.
-    void unloadAll();
+    /// The program ends: every plug-in goes, the last one first, and none is asked to uninitialize, as on the
+    /// platform. Callbacks that an exit callback should have removed are reported; what fails is reported and
+    /// its library kept open.
+    void leaveAll();
 
     /// By name or by path; null when it is not loaded.
     Plugin* find(const std::string& nameOrPath) const;

@@ -113,7 +113,10 @@ public:
     }
 
 private:
-    [[noreturn]] void fail(const std::string& what) const { throw Error(command + ": " + what); }
+    [[noreturn]] void fail(const std::string& what) const
+    {
+        throw Error(command.empty() ? what : command + ": " + what);
+    }
 
     /// The mode decides how many arguments the flags take, so it is settled first.
     void chooseMode()

@@ -4,10 +4,13 @@
 #include "selection/selectionState.h"
 #include "session.h"
 #include "types/api.h"
+#include "undo/edits.h"
+#include "undo/undoQueue.h"
 
 #include <maya/MRichSelection.h>
 
 #include <exception>
+#include <utility>
 
 using host::Api;
 using host::SelectionList;
@@ -72,6 +75,36 @@ MStatus MGlobal::setActiveSelectionList(const MSelectionList& src, ListAdjustmen
 {
     return withSession(
         [&](host::Session& session) -> MStatus { return adjust(session, Api::list(src), adjustment); });
+}
+
+MStatus MGlobal::selectCommand(const MSelectionList& src, ListAdjustment adjustment)
+{
+    return withSession([&](host::Session& session) -> MStatus {
+        const host::SelectionState::Snapshot before = session.selection().snapshot();
+        SelectionList list = adjusted(session.selection().active(), Api::list(src), adjustment);
+        const host::UndoQueue::CommandScope scope(session.undo(), "select");
+        session.edits().perform(
+            [list = std::move(list)](host::Session& target) { target.selection().setActive(list); },
+            [before](host::Session& target) { target.selection().restore(before); });
+        return MS::kSuccess;
+    });
+}
+
+MStatus MGlobal::getSelectionListByName(const MString& name, MSelectionList& list)
+{
+    return list.add(name);
+}
+
+MStatus MGlobal::selectByName(const MString& name, ListAdjustment adjustment)
+{
+    MSelectionList found;
+    const MStatus status = found.add(name);
+    return status ? setActiveSelectionList(found, adjustment) : status;
+}
+
+MStatus MGlobal::unselectByName(const MString& name)
+{
+    return selectByName(name, kRemoveFromList);
 }
 
 MStatus MGlobal::clearSelectionList()

@@ -1,5 +1,7 @@
 #include "tools/selectTool.h"
 
+#include "tools/toolApi.h"
+
 #include <maya/MPxSelectionContext.h>
 
 namespace host {
@@ -17,6 +19,7 @@ public:
         setAllowPreSelectHilight();
         setAllowSoftSelect();
         setAllowSymmetry();
+        ToolApi::gesture(*this)->movesNothing = true;
     }
 
     void toolOnSetup(MEvent&) override {}

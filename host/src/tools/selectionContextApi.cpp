@@ -1,6 +1,7 @@
 #include "session.h"
 #include "tools/selectionGesture.h"
 #include "tools/toolApi.h"
+#include "view/viewport.h"
 
 #include <maya/MColor.h>
 #include <maya/MEvent.h>
@@ -34,6 +35,17 @@ void drawMarquee(MHWRender::MUIDrawManager& manager, const host::SelectionGestur
     manager.endDrawable();
 }
 
+/// The point of the near clipping plane that is seen at a pixel of the port.
+MPoint underPixel(short x, short y)
+{
+    host::Session* session = host::Session::currentOrNull();
+    if (!session)
+        return {};
+    Imath::V3d nearPoint, farPoint;
+    session->viewport().viewToWorld(x, y, nearPoint, farPoint);
+    return {nearPoint.x, nearPoint.y, nearPoint.z};
+}
+
 } // namespace
 
 MPxSelectionContext::MPxSelectionContext() : gesture(std::make_unique<host::SelectionGesture>()) {}
@@ -48,7 +60,10 @@ MStatus MPxSelectionContext::doPress(MEvent& event, MHWRender::MUIDrawManager&,
 
 MStatus MPxSelectionContext::doPress(MEvent& event)
 {
-    host::beginSelecting(*gesture, host::ToolApi::event(event));
+    host::Session* session = host::Session::currentOrNull();
+    if (!session)
+        return MStatus::kFailure;
+    host::beginSelecting(*session, *gesture, host::ToolApi::event(event));
     return MStatus::kSuccess;
 }
 
@@ -140,12 +155,12 @@ bool MPxSelectionContext::isSelecting()
 
 MPoint MPxSelectionContext::startPoint()
 {
-    return {static_cast<double>(gesture->startX), static_cast<double>(gesture->startY)};
+    return underPixel(gesture->startX, gesture->startY);
 }
 
 MPoint MPxSelectionContext::lastDragPoint()
 {
-    return {static_cast<double>(gesture->lastX), static_cast<double>(gesture->lastY)};
+    return underPixel(gesture->lastX, gesture->lastY);
 }
 
 MPxToolCommand* MPxSelectionContext::newToolCommand()

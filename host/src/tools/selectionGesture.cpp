@@ -56,6 +56,14 @@ SelectionList pick(Session& session, const SelectionGesture& gesture)
     return pickRectangle(session, rectangle, false);
 }
 
+/// Whether the press is on something that is selected.
+bool hitsSelected(Session& session, const Event& event)
+{
+    const SelectionList hit = pickPoint(session, event.x, event.y, true);
+    const SelectionList& active = session.selection().active();
+    return !hit.items.empty() && active.holds(hit.items.front());
+}
+
 } // namespace
 
 bool isMarquee(const SelectionGesture& gesture)
@@ -64,10 +72,11 @@ bool isMarquee(const SelectionGesture& gesture)
            std::abs(gesture.lastY - gesture.startY) >= kClickPixels;
 }
 
-void beginSelecting(SelectionGesture& gesture, const Event& event)
+void beginSelecting(Session& session, SelectionGesture& gesture, const Event& event)
 {
     gesture.pressed = true;
-    gesture.selecting = event.button == Event::kLeft;
+    gesture.selecting = event.button == Event::kLeft &&
+                        (gesture.movesNothing || event.modifiers != 0 || !hitsSelected(session, event));
     gesture.startX = gesture.lastX = event.x;
     gesture.startY = gesture.lastY = event.y;
     gesture.modifiers = event.modifiers;
@@ -82,10 +91,10 @@ void continueSelecting(SelectionGesture& gesture, const Event& event)
 void finishSelecting(Session& session, SelectionGesture& gesture, const Event& event)
 {
     continueSelecting(gesture, event);
+    const bool selects = gesture.pressed && gesture.selecting;
     gesture.pressed = false;
-    if (!gesture.selecting)
+    if (!selects)
         return;
-    gesture.selecting = false;
     SelectionState& selection = session.selection();
     const SelectionList before = selection.active();
     const SelectionState::Snapshot earlier = selection.snapshot();

@@ -35,9 +35,12 @@ struct ContextState {
 /// What stands behind an MPxSelectionContext: its settings and the press that is going on.
 struct SelectionGesture {
     bool softSelect = false, symmetry = false, preselectHilite = false, doubleClickAction = false;
+    bool movesNothing = false; ///< a press on what is selected selects, too
 
     bool pressed = false;
-    bool selecting = false; ///< the base class is selecting by this press
+    /// The base class is selecting by this press. Stays until the next one, so that a tool sees in its
+    /// release what it saw in its press.
+    bool selecting = false;
     short startX = 0, startY = 0, lastX = 0, lastY = 0;
     int modifiers = 0;
 };

@@ -4,7 +4,9 @@
 #include <maya/MArgList.h>
 #include <maya/MDoubleArray.h>
 #include <maya/MIntArray.h>
+#include <maya/MPoint.h>
 #include <maya/MStringArray.h>
+#include <maya/MVector.h>
 
 namespace {
 
@@ -56,6 +58,25 @@ MStatus readMany(const host::ArgList& list, unsigned int& index, Array& target, 
     if (found.length() == 0)
         return MStatus::kInvalidParameter;
     target = found;
+    return MStatus::kSuccess;
+}
+
+/// Reads so many numbers into the first members of a point or vector; nothing changes unless all are there.
+template <class Value>
+MStatus readNumbers(const host::ArgList& list, unsigned int& index, Value& target, unsigned int count,
+                    unsigned int most)
+{
+    if (count > most || index > list.values.size() || count > list.values.size() - index)
+        return MStatus::kInvalidParameter;
+    Value found;
+    for (unsigned int i = 0; i < count; ++i) {
+        const std::optional<double> number = host::argumentDouble(list.values[index + i]);
+        if (!number)
+            return MStatus::kInvalidParameter;
+        found[i] = *number;
+    }
+    target = found;
+    index += count;
     return MStatus::kSuccess;
 }
 
@@ -147,6 +168,20 @@ const MStringArray MArgList::asStringArray(unsigned int& index, MStatus* status)
     return values;
 }
 
+MVector MArgList::asVector(unsigned int& index, unsigned int numElements, MStatus* status) const
+{
+    MVector value;
+    host::report(status, get(index, value, numElements));
+    return value;
+}
+
+MPoint MArgList::asPoint(unsigned int& index, unsigned int numElements, MStatus* status) const
+{
+    MPoint value;
+    host::report(status, get(index, value, numElements));
+    return value;
+}
+
 MStatus MArgList::get(unsigned int index, bool& ret) const
 {
     return readOne(*arguments, index, ret, host::argumentBool);
@@ -180,6 +215,16 @@ MStatus MArgList::get(unsigned int& index, MDoubleArray& ret) const
 MStatus MArgList::get(unsigned int& index, MStringArray& ret) const
 {
     return readMany(*arguments, index, ret, readText);
+}
+
+MStatus MArgList::get(unsigned int& index, MVector& ret, unsigned int numElements) const
+{
+    return readNumbers(*arguments, index, ret, numElements, 3);
+}
+
+MStatus MArgList::get(unsigned int& index, MPoint& ret, unsigned int numElements) const
+{
+    return readNumbers(*arguments, index, ret, numElements, 4);
 }
 
 unsigned int MArgList::flagIndex(const char* shortFlag, const char* longFlag) const
@@ -223,4 +268,16 @@ MStatus MArgList::addArg(const MString& arg)
 {
     arguments->values.emplace_back(host::Api::text(arg));
     return MStatus::kSuccess;
+}
+
+MStatus MArgList::addArg(const MVector& arg)
+{
+    for (const double number : {arg.x, arg.y, arg.z})
+        arguments->values.emplace_back(number);
+    return MStatus::kSuccess;
+}
+
+MStatus MArgList::addArg(const MPoint& arg)
+{
+    return addArg(MVector(arg));
 }

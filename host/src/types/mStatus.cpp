@@ -49,6 +49,13 @@ void MStatus::perror(const MString& message) const
     perror(message.asChar());
 }
 
+void MStatus::pAPIerror(const char* file, int line) const
+{
+    std::cerr << "API error detected in " << (file ? file : "") << " at line " << line << "\n"
+              << textOf(code) << '\n'
+              << std::flush;
+}
+
 MAYA_HOST_NAMESPACE_OPEN
 
 std::ostream& operator<<(std::ostream& out, MStatus& status)

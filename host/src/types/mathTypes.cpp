@@ -25,6 +25,17 @@ constexpr unsigned int kSize = 4;
 
 } // namespace
 
+const MPoint MPoint::origin;
+const MVector MVector::zero;
+const MVector MVector::one(1.0, 1.0, 1.0);
+const MVector MVector::xAxis(1.0, 0.0, 0.0);
+const MVector MVector::yAxis(0.0, 1.0, 0.0);
+const MVector MVector::zAxis(0.0, 0.0, 1.0);
+const MVector MVector::xNegAxis(-1.0, 0.0, 0.0);
+const MVector MVector::yNegAxis(0.0, -1.0, 0.0);
+const MVector MVector::zNegAxis(0.0, 0.0, -1.0);
+const MMatrix MMatrix::identity;
+
 MVector::MVector(const MPoint& point) : x(point.x), y(point.y), z(point.z) {}
 
 MVector MVector::operator*(const MMatrix& matrix) const

@@ -33,11 +33,18 @@ public:
             delete this;
     }
 
+    /// Handles that keep the object in memory and do not want to count: they watch what becomes of it.
+    void watch() const { ++watchers; }
+    void unwatch() const { --watchers; }
+    /// Whether anything but watching handles refers to it.
+    bool heldByOthers() const { return references > watchers; }
+
 protected:
     virtual ~Object();
 
 private:
     mutable std::uint32_t references = 0;
+    mutable std::uint32_t watchers = 0; ///< of those references
 };
 
 /// A counted pointer to an Object or a class derived from it; null by default.

@@ -9,6 +9,8 @@
 #include <maya/MPlugArray.h>
 #include <maya/MStringArray.h>
 
+#include <limits>
+
 using namespace host;
 
 namespace {
@@ -175,4 +177,46 @@ TEST_F(PlugApiTest, NullPlugsFailInEveryWay)
     EXPECT_EQ(none.selectAncestorLogicalIndex(0), MStatus::kFailure);
     EXPECT_EQ(none, MPlug());
     EXPECT_NE(none, node.findPlug("plain", true));
+}
+
+TEST_F(PlugApiTest, ValuesOfEveryTypeGoInAndOut)
+{
+    MPlug list = node.findPlug("weightList", &status);
+    EXPECT_TRUE(status);
+    MPlug weights = list.elementByLogicalIndex(4).child(0u);
+    weights.elementByLogicalIndex(6).setValue(2.75);
+    MPlug plug = weights[0];
+    EXPECT_EQ(plug.logicalIndex(), 6u) << "the index in brackets is the physical one";
+    EXPECT_EQ(nameOf(plug), "h.weightList[4].weights[6]");
+    MObject attribute = weights.attribute();
+    EXPECT_TRUE(list[0][attribute] == weights);
+    EXPECT_FALSE(!plug);
+    EXPECT_TRUE(!MPlug());
+
+    double d = 0;
+    float f = 0;
+    int i = 0;
+    short s = 0;
+    char c = 0;
+    bool b = false;
+    MInt64 l = 0;
+    EXPECT_TRUE(plug.getValue(d) && plug.getValue(f) && plug.getValue(i) && plug.getValue(s) &&
+                plug.getValue(c) && plug.getValue(b) && plug.getValue(l));
+    EXPECT_EQ(d, 2.75);
+    EXPECT_EQ(f, 2.75f);
+    EXPECT_EQ(std::vector<int>({2, 2, 2, 1, 2}), std::vector<int>({i, s, c, b, static_cast<int>(l)}));
+    for (const MStatus& set : {plug.setValue(3), plug.setValue(short(3)), plug.setValue(char(3)),
+                               plug.setValue(MInt64(3)), plug.setValue(3.0f)}) {
+        EXPECT_TRUE(set);
+        EXPECT_EQ(plug.asInt64(), 3);
+    }
+    plug.setValue(true);
+    EXPECT_EQ(plug.asDouble(), 1.0);
+    plug.setValue(1e30);
+    EXPECT_EQ(plug.asInt64(), std::numeric_limits<MInt64>::max()) << "as far as it goes";
+    d = 7;
+    EXPECT_FALSE(MPlug().getValue(d));
+    EXPECT_EQ(d, 7) << "left alone";
+    EXPECT_TRUE(node.findPlug("nothing", &status).isNull());
+    EXPECT_EQ(status, MStatus::kInvalidParameter);
 }

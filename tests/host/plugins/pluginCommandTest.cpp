@@ -112,4 +112,19 @@ TEST_F(PluginCommandTest, unloadingWhileTheToolIsOnAndItsCommandsAreInTheQueueIs
     EXPECT_EQ("selectSuperContext", melString("currentCtx"));
 }
 
+TEST_F(PluginCommandTest, resultsGrowByWhatIsAppended)
+{
+    const char* const printed[] = {"1\n2\n", "1.5\n2.5\n", "1\n0\n", "one\ntwo\n",
+                                   "x\ny\n", "x\ny\n",     "7\n8\n", "8\n"};
+    int step = 0;
+    for (const char* expected : printed)
+        EXPECT_EQ(expected, mel("lister -step " + std::to_string(step++)).printed());
+}
+
+TEST_F(PluginCommandTest, aParserShowsWhatItRefuses)
+{
+    expectError("Invalid flag '-of'.");
+    EXPECT_EQ("line 1: lister: (kFailure): Unexpected internal failure", melError("lister -of 3"));
+}
+
 } // namespace

@@ -38,7 +38,8 @@ TEST_F(PluginLoadTest, aLoadedPlugInTellsAboutItself)
                                             melString("pluginInfo -q -version counter") + " " +
                                             melString("pluginInfo -q -apiVersion \"counter.so\""));
     EXPECT_EQ(file("counter"), melString("pluginInfo -q -path counter"));
-    EXPECT_EQ((std::vector<std::string>{"click", "counter"}), melStrings("pluginInfo -q -command counter"));
+    EXPECT_EQ((std::vector<std::string>{"click", "counter", "lister"}),
+              melStrings("pluginInfo -q -command counter"));
     EXPECT_EQ(0, melInt("pluginInfo -q -loaded failing"));
 
     expectWarning("Plug-in, \"counter\", is already loaded.");
@@ -134,7 +135,22 @@ TEST_F(PluginLoadTest, aPlugInThatLeavesThingsBehindIsKeptUnlessForced)
     EXPECT_NE(std::string::npos, messages()[1].find("left 1 callback(s) registered")) << messages()[1];
 }
 
-TEST_F(PluginLoadTest, aSessionThatEndsUnloadsItsPlugIns)
+TEST_F(PluginLoadTest, aProgramThatEndsAsksNoPlugInToUninitialize)
+{
+    std::vector<std::string> said;
+    {
+        host::Session inner;
+        inner.messages().setSink(
+            [&](host::Messages::Kind, const std::string& text) { said.push_back(text); });
+        inner.plugins().load(file("tidy"));
+        inner.plugins().load(file("negligent"));
+        inner.quit();
+    }
+    ASSERT_EQ(1U, said.size()) << "the one that leaves its callback to uninitializePlugin is seen to do so";
+    EXPECT_NE(std::string::npos, said[0].find("\"negligent\" left 1 callback(s) registered")) << said[0];
+}
+
+TEST_F(PluginLoadTest, aSessionThatEndsClosesItsLibraries)
 {
     {
         host::Session inner;

@@ -6,6 +6,7 @@
 #include <maya/MFnTripleIndexedComponent.h>
 #include <maya/MGlobal.h>
 #include <maya/MIntArray.h>
+#include <maya/MItSelectionList.h>
 #include <maya/MRichSelection.h>
 #include <maya/MStringArray.h>
 
@@ -270,6 +271,70 @@ TEST_F(ListApi, ARichSelectionThatWasSetHoldsUntilTheSelectionChanges)
     MGlobal::getRichSelection(rich);
     rich.getSelection(list);
     EXPECT_EQ(strings(list), Names{"pair"});
+}
+
+TEST_F(ListApi, AWalkTakesWhatItsFilterLetsPass)
+{
+    mel("cluster -n clu sheet");
+    const MSelectionList list = listOf({"pair", "sheet.vtx[2]", "other", "clu", "sheet.translateX"});
+    const struct {
+        MFn::Type filter;
+        Names expected;
+    } rows[] = {
+        {MFn::kInvalid, {"pair", "sheetShape.vtx[2]", "other", "clu", "sheet.translateX"}},
+        {MFn::kMesh, {"sheetShape.vtx[2]", "other"}},
+        {MFn::kMeshVertComponent, {"sheetShape.vtx[2]"}},
+        {MFn::kGeometryFilt, {"clu"}},
+        {MFn::kLattice, {}},
+    };
+    for (const auto& row : rows) {
+        Names walked;
+        MItSelectionList walk(list, row.filter);
+        for (; !walk.isDone(); walk.next()) {
+            MStringArray texts;
+            EXPECT_TRUE(walk.getStrings(texts));
+            walked.push_back(texts[0].asChar());
+        }
+        EXPECT_EQ(walked, row.expected) << row.filter;
+        EXPECT_FALSE(walk.next());
+    }
+    std::vector<int> types, components;
+    MItSelectionList walk(list);
+    for (; !walk.isDone(); walk.next()) {
+        types.push_back(walk.itemType());
+        components.push_back(walk.hasComponents());
+        MDagPath path;
+        MPlug plug;
+        EXPECT_EQ(walk.getPlug(plug) == MS::kSuccess,
+                  walk.itemType() == MItSelectionList::kPlugSelectionItem);
+        EXPECT_EQ(walk.getDagPath(path) == MS::kSuccess,
+                  walk.itemType() == MItSelectionList::kDagSelectionItem);
+    }
+    EXPECT_EQ(types, (std::vector<int>{0, 0, 0, 2, 3}));
+    EXPECT_EQ(components, (std::vector<int>{0, 1, 0, 0, 0}));
+    walk.setFilter(MFn::kGeometryFilt);
+    MObject node;
+    EXPECT_TRUE(walk.getDependNode(node));
+    EXPECT_TRUE(node.hasFn(MFn::kClusterFilter));
+}
+
+TEST_F(ListApi, SelectingByNameAddsAndByCommandCanBeUndone)
+{
+    EXPECT_TRUE(MGlobal::selectByName("pair*"));
+    EXPECT_TRUE(MGlobal::selectByName("sheet"));
+    EXPECT_EQ(active(), (Names{"pair", "pairs", "sheet"}));
+    EXPECT_TRUE(MGlobal::unselectByName("pairs"));
+    EXPECT_FALSE(MGlobal::selectByName("nobody"));
+    EXPECT_EQ(active(), (Names{"pair", "sheet"}));
+    EXPECT_TRUE(MGlobal::selectCommand(listOf({"other"}), MGlobal::kAddToList));
+    EXPECT_TRUE(MGlobal::selectCommand(listOf({"pairs"})));
+    EXPECT_EQ(active(), Names{"pairs"});
+    mel("undo");
+    EXPECT_EQ(active(), (Names{"pair", "sheet", "other"}));
+    mel("undo");
+    EXPECT_EQ(active(), (Names{"pair", "sheet"}));
+    mel("redo");
+    EXPECT_EQ(active(), (Names{"pair", "sheet", "other"}));
 }
 
 } // namespace

@@ -143,4 +143,13 @@ TEST_F(ContextTest, RemovingTheCommandIsRefusedWhileItsToolWorks)
     EXPECT_EQ(current(), "notingTool1");
 }
 
+TEST_F(ContextTest, AnEventComesAfterWhatWaitsForIdle)
+{
+    mel("evalDeferred \"notingTool late\"; viewportEvent -key \"a\"; setToolTo late;"
+        "evalDeferred \"setToolTo notingTool1\"; viewportEvent -press 3 4;");
+    EXPECT_EQ(notes(), (Texts{"on", "off", "on", "press 3 4 left"}));
+    EXPECT_EQ(current(), "notingTool1");
+    mel("viewportEvent -release 3 4");
+}
+
 } // namespace

@@ -8,7 +8,9 @@
 #include <maya/MDoubleArray.h>
 #include <maya/MIntArray.h>
 #include <maya/MStringArray.h>
+#include <maya/MPoint.h>
 #include <maya/MSyntax.h>
+#include <maya/MVector.h>
 
 #include <gtest/gtest.h>
 
@@ -207,6 +209,31 @@ TEST(ArgumentTest, argumentsComeBeforeObjects)
     EXPECT_THROW(host::parseArguments(host::Api::syntax(syntax), {{3}}, "brush"), host::Error);
     EXPECT_THROW(host::parseArguments(host::Api::syntax(syntax), {{"x", "a"}}, "brush"), host::Error);
     EXPECT_THROW(host::parseArguments(host::Api::syntax(syntax), {{3, "a", "b", "c"}}, "brush"), host::Error);
+}
+
+TEST(ArgumentTest, pointsAndVectorsAreRunsOfNumbers)
+{
+    MArgList list = listOf({"-move", 1, 2.5, "3", 4});
+    unsigned int index = 1;
+    MStatus status;
+    EXPECT_EQ(MVector(1, 2.5, 3), list.asVector(index, 3, &status));
+    EXPECT_TRUE(status);
+    EXPECT_EQ(4U, index);
+    EXPECT_EQ(MPoint(4, 0, 0), list.asPoint(index, 1, &status));
+    EXPECT_EQ(5U, index);
+    const struct {
+        unsigned int from, count;
+    } refused[] = {{3, 3}, {0, 1}, {1, 5}, {5, 1}, {99, 3}};
+    for (const auto& example : refused) {
+        index = example.from;
+        MPoint kept(7, 8, 9);
+        EXPECT_FALSE(list.get(index, kept, example.count)) << example.from;
+        EXPECT_EQ(example.from, index);
+        EXPECT_EQ(MPoint(7, 8, 9), kept);
+    }
+    list.addArg(MPoint(5, 6, 7));
+    index = 5;
+    EXPECT_EQ(MPoint(5, 6, 7), list.asPoint(index));
 }
 
 } // namespace

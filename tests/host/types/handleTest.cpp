@@ -5,8 +5,10 @@
 #include <maya/MEvent.h>
 #include <maya/MFnSet.h>
 #include <maya/MIntArray.h>
+#include <maya/MIOStream.h>
 #include <maya/MItDependencyGraph.h>
 #include <maya/MItGeometry.h>
+#include <maya/MObjectHandle.h>
 #include <maya/MRichSelection.h>
 #include <maya/MStringArray.h>
 
@@ -91,6 +93,64 @@ TEST(HandleTest, aResultOfAnotherTypeLeavesTheTargetAlone)
     EXPECT_TRUE(result.getResult(number));
     EXPECT_EQ(3, number);
     EXPECT_EQ(MCommandResult::kInt, result.resultType());
+}
+
+TEST(HandleTest, aKeptHandleTellsWhatBecameOfItsObject)
+{
+    MObjectHandle kept;
+    EXPECT_FALSE(kept.isAlive() || kept.isValid());
+    EXPECT_EQ(0U, kept.hashCode());
+    {
+        const MObject thing = host::Api::wrap(new Thing);
+        const MObject other = host::Api::wrap(new Thing);
+        kept = thing;
+        kept = kept;
+        kept = kept.objectRef();
+        MObjectHandle second(kept), third(other);
+        EXPECT_TRUE(second.isAlive() && second.isValid());
+        EXPECT_TRUE(second == kept && second == thing && second.object() == thing);
+        EXPECT_TRUE(second != third && second != other);
+        EXPECT_EQ(kept.hashCode(), MObjectHandle::objectHashCode(thing));
+        EXPECT_NE(kept.hashCode(), third.hashCode());
+        second = third;
+        EXPECT_TRUE(second == other);
+    }
+    EXPECT_FALSE(kept.isAlive()) << "handles of this class do not keep an object alive";
+    EXPECT_FALSE(kept.isValid());
+    EXPECT_TRUE(kept.object().isNull() && kept.objectRef().isNull());
+    EXPECT_NE(0U, kept.hashCode());
+    kept = MObjectHandle();
+    EXPECT_EQ(0, livingThings);
+}
+
+MStatus checked(const MStatus& status, int& calls)
+{
+    ++calls;
+    return status;
+}
+
+MStatus chain(const MStatus& first, int& calls)
+{
+    CHECK_MSTATUS(checked(first, calls));
+    CHECK_MSTATUS_AND_RETURN(checked(first, calls), MS::kNotFound);
+    CHECK_MSTATUS_AND_RETURN_IT(checked(MS::kInvalidParameter, calls));
+    return MS::kSuccess;
+}
+
+TEST(HandleTest, statusMacrosReportAndReturn)
+{
+    testing::internal::CaptureStderr();
+    int calls = 0;
+    EXPECT_EQ(chain(MS::kFailure, calls), MS::kNotFound);
+    EXPECT_EQ(calls, 2);
+    EXPECT_EQ(chain(MS::kSuccess, calls), MS::kInvalidParameter);
+    EXPECT_TRUE(MFAIL(MStatus(MS::kFailure)));
+    EXPECT_FALSE(MFAIL(MStatus(MS::kSuccess)));
+    cerr << flush;
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_NE(said.find("handleTest.cpp at line "), std::string::npos) << said;
+    EXPECT_NE(said.find("(kFailure)"), std::string::npos) << said;
+    EXPECT_NE(said.find("(kInvalidParameter)"), std::string::npos) << said;
 }
 
 } // namespace

@@ -61,4 +61,16 @@ TEST(MathTest, productsAnglesAndUnitLength)
     EXPECT_TRUE(x.isParallel(x * -3));
 }
 
+TEST(MathTest, constantsHaveNames)
+{
+    EXPECT_EQ(MPoint(0, 0, 0, 1), MPoint::origin);
+    EXPECT_EQ(MVector(0, 0, 0), MVector::zero);
+    EXPECT_EQ(MVector(1, 1, 1), MVector::one);
+    EXPECT_EQ(MVector::zAxis, MVector::xAxis ^ MVector::yAxis);
+    EXPECT_EQ(MVector::zero, MVector::xAxis + MVector::xNegAxis);
+    EXPECT_EQ(MVector::zero, MVector::yAxis + MVector::yNegAxis);
+    EXPECT_EQ(MVector::zero, MVector::zAxis + MVector::zNegAxis);
+    EXPECT_EQ(turnAndMove(), turnAndMove() * MMatrix::identity);
+}
+
 } // namespace

@@ -80,6 +80,8 @@ Value viewportEvent(Session& session, const Args& args)
         const bool hasPosition = use.values.size() == 2;
         const int x = hasPosition ? use.values[0].toInt() : 0;
         const int y = hasPosition ? use.values[1].toInt() : 0;
+        // Nobody presses anything before the program has come to rest.
+        tools.idle().run();
         if (event == "press")
             tools.press(x, y, button, modifiers);
         else if (event == "drag")

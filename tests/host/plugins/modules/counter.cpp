@@ -9,6 +9,7 @@
 #include <maya/MPxContext.h>
 #include <maya/MPxContextCommand.h>
 #include <maya/MPxToolCommand.h>
+#include <maya/MString.h>
 #include <maya/MStringArray.h>
 #include <maya/MSyntax.h>
 
@@ -74,6 +75,54 @@ public:
 private:
     int step = 1;
     bool query = false;
+};
+
+/// lister: appends to its result, with -step 0 ints, 1 floats, 2 truths, 3 and 4 texts, 5 an array of texts,
+/// 6 an int to a single one, 7 an int to texts. Its syntax is not registered.
+class ListerCommand : public MPxCommand {
+public:
+    static void* creator() { return new ListerCommand; }
+    MStatus doIt(const MArgList& args) override
+    {
+        MStatus status;
+        const MArgDatabase parser(CounterCommand::newSyntax(), args, &status);
+        if (!status)
+            return status;
+        append(parser.flagArgumentInt("-step", 0));
+        return isCurrentResultArray() ? MStatus::kSuccess : MStatus::kFailure;
+    }
+
+private:
+    template <class Value>
+    static void both(const Value& first, const Value& second)
+    {
+        appendToResult(first);
+        appendToResult(second);
+    }
+    static void append(int how)
+    {
+        const MString texts[] = {"x", "y"};
+        switch (how) {
+        case 0:
+            return both(1, 2);
+        case 1:
+            return both(1.5, 2.5);
+        case 2:
+            return both(true, false);
+        case 3:
+            return both<const char*>("one", "two");
+        case 4:
+            return both(texts[0], texts[1]);
+        case 5:
+            return appendToResult(MStringArray(texts, 2));
+        case 6:
+            setResult(7);
+            return appendToResult(8);
+        default:
+            setResult("seven");
+            return appendToResult(8);
+        }
+    }
 };
 
 /// Adds 10: what one click of the tool leaves behind. One that is never finalised says so when it goes.
@@ -143,9 +192,11 @@ MStatus initializePlugin(MObject object)
     MFnPlugin plugin(object, "the house", "2.1", "Any");
     const MStatus status =
         plugin.registerCommand("counter", CounterCommand::creator, CounterCommand::newSyntax);
-    if (!status)
+    if (!status || !plugin.registerCommand("lister", ListerCommand::creator))
         return status;
-    return plugin.registerContextCommand("clickContext", ClickContextCommand::creator, "click",
+    // Another set on the same plug-in says nothing about it.
+    MFnPlugin second(object, "somebody else", "9");
+    return second.registerContextCommand("clickContext", ClickContextCommand::creator, "click",
                                          ClickCommand::creator);
 }
 
@@ -153,6 +204,7 @@ MStatus uninitializePlugin(MObject object)
 {
     MFnPlugin plugin(object);
     const MStatus status = plugin.deregisterContextCommand("clickContext", "click");
+    plugin.deregisterCommand("lister");
     const MStatus other = plugin.deregisterCommand("counter");
     return status ? other : status;
 }

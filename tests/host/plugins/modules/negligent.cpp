@@ -1,8 +1,15 @@
-// Leaves its command and its callback registered when it goes.
+// Leaves its command and its callback registered when it goes; TIDY removes the callback when it is called,
+// and must not be asked to uninitialize by a program that ends.
 
 #include <maya/MFnPlugin.h>
 #include <maya/MPxCommand.h>
 #include <maya/MSceneMessage.h>
+
+#ifdef TIDY
+#define COMMAND "tidied"
+#else
+#define COMMAND "forgotten"
+#endif
 
 namespace {
 
@@ -11,18 +18,29 @@ void* makeCommand()
     return new MPxCommand;
 }
 
-void onExit(void*) {}
+MCallbackId callback = 0;
+
+void onExit(void*)
+{
+#ifdef TIDY
+    MMessage::removeCallback(callback);
+#endif
+}
 
 } // namespace
 
 MStatus initializePlugin(MObject object)
 {
     MFnPlugin plugin(object);
-    MSceneMessage::addCallback(MSceneMessage::kMayaExiting, onExit);
-    return plugin.registerCommand("forgotten", makeCommand);
+    callback = MSceneMessage::addCallback(MSceneMessage::kMayaExiting, onExit);
+    return plugin.registerCommand(COMMAND, makeCommand);
 }
 
 MStatus uninitializePlugin(MObject)
 {
+#ifdef TIDY
+    return MStatus::kFailure;
+#else
     return MStatus::kSuccess;
+#endif
 }
