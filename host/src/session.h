@@ -64,6 +64,10 @@ public:
     void quit();
     bool quitting() const { return quitRequested; }
 
+    /// How often a plug-in reached through a plain handle, path, plug or function set for a node that has
+    /// left the scene. Such calls fail here; on the platform they may crash.
+    int staleCalls = 0;
+
 private:
     bool quitRequested = false;
     std::unique_ptr<Trace> traceOwned;

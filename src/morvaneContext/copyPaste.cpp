@@ -39,13 +39,12 @@ bool findInputShape(const MObject& deformer, const EditedObject& item, MDagPath&
 /// object by object and never has people name one, so the active deformer is none, or one of an earlier mode.
 /// False when neither deforms the item; `skinClusters` has an entry per item, or is empty in modes without
 /// skins.
-bool readRestPoints(const MObject& deformer, const MObjectArray& skinClusters, const EditedObject& item,
+bool readRestPoints(const MObject& deformer, const KeptNodes& skinClusters, const EditedObject& item,
                     RestPoints& points)
 {
     MDagPath path;
-    const bool found =
-        (!deformer.isNull() && findInputShape(deformer, item, path)) ||
-        (item.index < skinClusters.length() && findInputShape(skinClusters[item.index], item, path));
+    const bool found = (!deformer.isNull() && findInputShape(deformer, item, path)) ||
+                       findInputShape(liveNode(skinClusters, item.index), item, path);
     if (!found)
         return false;
     MStatus status;
@@ -75,7 +74,7 @@ public:
         for (unsigned int index = 0; index < copiedSel.length(); ++index) {
             EditedObject item;
             RestPoints points;
-            if (!findEditedObject(copiedSel, index, item)) {
+            if (liveNode(copy.copiedShapes, index).isNull() || !findEditedObject(copiedSel, index, item)) {
                 refuseObject(item.path, "weights were copied from it, but it is no longer there; nothing was "
                                         "pasted.");
                 return nullptr;
@@ -149,7 +148,7 @@ private:
     MIntArray influences, layers, layerInfluences;
     std::vector<MIntArray> allInfluences;
     unsigned int target;
-    MObject deformer;
+    MObjectHandle deformer;
 };
 
 } // namespace
@@ -175,16 +174,19 @@ MStatus morvaneContext::fillCopyBuffer()
     clearColumns();
     resolveStoredDeformer();
     explaining.wrongComponents.clear();
-    getValidActiveSel(copiedSel, copiedSoftSelectWeights, copiedSkinClusters);
+    MObjectArray skins;
+    getValidActiveSel(copiedSel, copiedSoftSelectWeights, skins);
     warnOfWrongComponents();
     std::vector<SkinRowsRef> rows;
     const MStatus status = getWeights(copiedSel, rows, copiedInfluenceWeights, copiedBlendWeights,
-                                      copiedWeights, copiedSkinClusters, copiedIndexArray, skinInfluenceIds,
+                                      copiedWeights, skins, copiedIndexArray, skinInfluenceIds,
                                       ngInfluenceIds, copiedNgWeights, copiedAllInfluenceNgWeights);
     if (!status)
         return status;
-    for (unsigned int skin = 0; skin < copiedSkinClusters.length(); ++skin)
-        copiedInfluenceNames.push_back(influenceNames(copiedSkinClusters[skin]));
+    copiedShapes = keepShapes(copiedSel);
+    copiedSkinClusters = keep(skins);
+    for (unsigned int skin = 0; skin < skins.length(); ++skin)
+        copiedInfluenceNames.push_back(influenceNames(skins[skin]));
     for (const SkinRowsRef& item : rows)
         copiedSkinWeights.push_back(item->dense());
     copiedWeightMode = weightMode;
@@ -201,6 +203,7 @@ void morvaneContext::emptyCopyBuffer()
     copiedSkinWeights.clear();
     copiedBlendWeights.clear();
     copiedSkinClusters.clear();
+    copiedShapes.clear();
     copiedInfluenceNames.clear();
     copiedIndexArray.clear();
     copiedNgWeights.clear();
@@ -222,6 +225,7 @@ MStatus morvaneContext::pasteWeights()
     explaining.wrongComponents.clear();
     getValidActiveSel(validSel, softSelectWeights, validSkinClusters);
     warnOfWrongComponents();
+    keepObjects();
     // Without the old weights a paste could not be undone; the read has said why.
     if (validSel.isEmpty() || !getOldWeights())
         return MS::kFailure;
@@ -270,7 +274,7 @@ PasteVerdict morvaneContext::fillPasteArrays(PasteRecord& pasted)
     }
     if (verdict != PasteVerdict::kAccepted)
         return verdict;
-    const std::unique_ptr<CopiedPoints> copied = CopiedPoints::read(activeDeformer, *this);
+    const std::unique_ptr<CopiedPoints> copied = CopiedPoints::read(liveDeformer(), *this);
     for (unsigned int index = 0; index < count; ++index) {
         EditedObject object;
         RestPoints points;
@@ -278,7 +282,7 @@ PasteVerdict morvaneContext::fillPasteArrays(PasteRecord& pasted)
         if (!copied)
             continue;
         if (!findEditedObject(validSel, index, object) ||
-            !readRestPoints(activeDeformer, validSkinClusters, object, points)) {
+            !readRestPoints(liveDeformer(), validHolders, object, points)) {
             refuseObject(object.path, kNotDeformed);
             continue;
         }
@@ -294,6 +298,7 @@ MStatus morvaneContext::passToToolCommand(morvaneToolCommand* command)
     modeRow(weightMode).store().completeRecord(*this);
     command->setToolOperation(kSculpt);
     command->setValidSel(validSel);
+    command->setKeptNodes(validShapes, validHolders);
     command->setOldInfluenceWeights(oldInfluenceWeights);
     command->setOldBlendWeights(oldBlendWeights);
     command->setOldSkinRows(oldSkinRows);
@@ -305,13 +310,13 @@ MStatus morvaneContext::passToToolCommand(morvaneToolCommand* command)
     command->setWeightMin(weightMin);
     command->setWeightMax(weightMax);
     command->setDistributeWeightsNg(distributeWeightsNg);
-    command->setActiveDeformer(activeDeformer);
+    command->setActiveDeformer(activeDeformer.object());
     command->setWeightsPlug(weightsPlug);
     command->setWeightListAttr(weightListAttr);
     command->setTargetIndex(targetIndex);
     command->setSkinInfluenceIds(skinInfluenceIds);
     command->setValidSkinClusters(validSkinClusters);
-    command->setSkinInfluence(skinInfluence);
+    command->setSkinInfluence(liveInfluence());
     command->setSoftSelectWeights(softSelectWeights);
     command->setOffsetValue(offsetValue);
     command->setNgInfluenceIds(ngInfluenceIds);

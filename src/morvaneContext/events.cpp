@@ -129,6 +129,7 @@ void morvaneContext::startStroke()
 {
     directionStep = 0.005;
     getValidActiveSel(validSel, softSelectWeights, validSkinClusters);
+    keepObjects();
     if (validSel.isEmpty()) {
         explaining.pending = whyNothingToEdit();
         sayWhyUnlessSelected();
@@ -231,6 +232,7 @@ void morvaneContext::endStroke()
 MStatus morvaneContext::releaseSculpt(MHWRender::MUIDrawManager* drawManager)
 {
     MSelectionList selection;
+    dropLostObjects();
     if (offsetValue == 0.0) {
         if (strokeWritten) {
             restorePressWeights();

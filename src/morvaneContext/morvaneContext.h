@@ -90,7 +90,7 @@ public:
     void setDisplayWeights(bool value) { displayWeights = value; }
     void setDistributeWeightsNg(bool value) { distributeWeightsNg = value; }
     void setPastePerVertex(bool value) { pastePerVertex = value; }
-    void setSkinInfluence(MDagPath path) { skinInfluence = path; }
+    void setSkinInfluence(MDagPath path) { chooseInfluence(path); }
     MString getDeformerStr() const { return deformerStr; }
     bool getClampedMin() const { return clampedMin; }
     bool getClampedMax() const { return clampedMax; }
@@ -106,7 +106,7 @@ public:
     float getFontColorB() const { return fontColorB; }
     WeightMode getWeightMode() const { return weightMode; }
     MString getWeightsPlugStr() const { return weightsPlugStr; }
-    MDagPath getSkinInfluence() const { return skinInfluence; }
+    MDagPath getSkinInfluence() const { return liveInfluence(); }
     MString getNgLayerString() const { return ngLayerString; }
     bool getDistributeWeightsNg() const { return distributeWeightsNg; }
     bool getPastePerVertex() const { return pastePerVertex; }
@@ -198,6 +198,7 @@ private:
     MStatus doDragSculpt(MEvent& event, MHWRender::MUIDrawManager& drawManager,
                          const MHWRender::MFrameContext& context);
     void prepareStroke();
+    void dropLostObjects();
     void restorePressWeights();
     void settleStroke();
     void sayThatWriteFailed(unsigned int index);

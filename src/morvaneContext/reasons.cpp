@@ -103,7 +103,7 @@ MString morvaneContext::whyNothingToEdit() const
 
 MString morvaneContext::whyNoMember() const
 {
-    const MString deformer = nodeName(activeDeformer);
+    const MString deformer = nodeName(liveDeformer());
     if (selectionListIndexOf(deformerMembers, clickDagPath) < 0)
         return deformer + " does not deform " + shapeName(clickDagPath) + ".";
     return componentName(clickDagPath, clickComponent) + " is not a member of " + deformer + ".";

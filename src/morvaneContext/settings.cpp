@@ -6,7 +6,7 @@ MStatus morvaneContext::setDeformerStr(MString name)
 {
     if (!(name == deformerStr))
         endStroke();
-    const MObject earlier = activeDeformer;
+    const MObjectHandle earlier = activeDeformer;
     if (!checkActiveDeformer(name)) {
         activeDeformer = earlier;
         return MS::kFailure;
@@ -31,7 +31,7 @@ MStatus morvaneContext::setWeightsPlugStr(MString name)
 MStatus morvaneContext::setTargetString(MString name)
 {
     resolveStoredDeformer();
-    if (activeDeformer.isNull())
+    if (liveDeformer().isNull())
         return MS::kFailure;
     targetString = name;
     return MS::kSuccess;

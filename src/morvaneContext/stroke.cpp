@@ -84,6 +84,20 @@ void morvaneContext::restorePressWeights()
     }
 }
 
+/// What has been deleted since the press must not be touched, not even to name it.
+void morvaneContext::dropLostObjects()
+{
+    bool lost = false;
+    for (unsigned int index = 0; index < liveObjects.size(); ++index) {
+        if (liveObjects[index] == nullptr || isThere(index))
+            continue;
+        liveObjects[index].reset();
+        lost = true;
+    }
+    if (lost)
+        MGlobal::displayWarning("What is being sculpted is no longer there; nothing more is written for it.");
+}
+
 /// A failed write has been reported; what else is recorded stays right.
 void morvaneContext::settleStroke()
 {
@@ -109,6 +123,7 @@ MStatus morvaneContext::doDragSculpt(MEvent&, MHWRender::MUIDrawManager& drawMan
         sayWhy();
     if (validSel.isEmpty())
         return MS::kSuccess;
+    dropLostObjects();
     MStatus status = getDirectionScalar();
     // Back at the press point there is no motion either; what the stroke wrote before is then taken back.
     if (!status && !strokeWritten) {

@@ -140,7 +140,7 @@ void morvaneContext::resolveStoredDeformer()
 TargetNames morvaneContext::targetNames() const
 {
     return {deformerStr,  weightsPlugStr, skinInfluenceStr,
-            targetString, ngLayerString,  activeDeformer.hasFn(MFn::kBlendShape)};
+            targetString, ngLayerString,  liveDeformer().hasFn(MFn::kBlendShape)};
 }
 
 MString morvaneContext::describeEdit(const char* operation) const
@@ -153,7 +153,7 @@ MString morvaneContext::describeEdit(const char* operation) const
 void morvaneContext::getMembers()
 {
     deformerMembers.clear();
-    MFnGeometryFilter filter(activeDeformer);
+    MFnGeometryFilter filter(liveDeformer());
     MStatus status;
     const MObject set = filter.deformerSet(&status);
     if (status && !set.isNull())
@@ -166,11 +166,6 @@ void morvaneContext::getMembers()
 void morvaneContext::getValidActiveSel(MSelectionList& selectedObjects, std::vector<MFloatArray>& falloffs,
                                        MObjectArray& skinClusters)
 {
-    // Deleted since it was resolved: a copy or paste may come before the next press notices.
-    MStatus alive;
-    const MFnDependencyNode deformer(activeDeformer, &alive);
-    if (!alive)
-        activeDeformer = MObject();
     MRichSelection rich;
     MSelectionList halves[2];
     MGlobal::getRichSelection(rich, true);

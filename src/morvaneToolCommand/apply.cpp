@@ -20,11 +20,11 @@ MStatus applySelection(const MSelectionList& selection, const MRichSelection& ri
 
 /// Calls back for every object of the selection that is still there, in order, until one call fails.
 template <typename Visit>
-MStatus forEachObject(const MSelectionList& selection, Visit&& visit)
+MStatus forEachObject(const EditRecord& record, Visit&& visit)
 {
-    for (unsigned int index = 0; index < selection.length(); ++index) {
+    for (unsigned int index = 0; index < record.validSel.length(); ++index) {
         EditedObject object;
-        if (!findEditedObject(selection, index, object)) {
+        if (!record.isThere(index) || !findEditedObject(record.validSel, index, object)) {
             refuseObject(object.path, kNoSuchObject);
             continue;
         }
@@ -87,14 +87,13 @@ MStatus morvaneToolCommand::redoWeights()
     if (!sculptsWeights())
         return MS::kSuccess;
     const WeightStore& store = modeRow(weightMode).store();
-    return forEachObject(validSel,
-                         [&](const EditedObject& object) { return store.redoStroke(*this, object); });
+    return forEachObject(*this, [&](const EditedObject& object) { return store.redoStroke(*this, object); });
 }
 
 MStatus morvaneToolCommand::pasteObjects()
 {
     const WeightStore& store = modeRow(weightMode).store();
-    return forEachObject(validSel, [&](const EditedObject& object) {
+    return forEachObject(*this, [&](const EditedObject& object) {
         const bool hasPaste = object.index < pasteWeights.size() &&
                               object.index < pasteNgAllInfluenceWeights.size() &&
                               object.index < pasteValues.size() && object.index < refusedObjects.size();
@@ -109,7 +108,7 @@ void morvaneToolCommand::undoWeights()
     const bool undoesStroke = toolOperation == kSculpt && sculptsWeights();
     if (toolOperation != kPaste && !undoesStroke)
         return;
-    forEachObject(validSel, [&](const EditedObject& object) {
+    forEachObject(*this, [&](const EditedObject& object) {
         if (undoesStroke)
             store.undoStroke(*this, object);
         else if (object.index < refusedObjects.size() && !refusedObjects[object.index])

@@ -54,6 +54,11 @@ public:
     void setNewRichSel();
     void setSelectionChanged(bool value) { selectionChanged = value; }
     void setValidSel(MSelectionList value) { validSel = value; }
+    void setKeptNodes(KeptNodes shapes, KeptNodes holders)
+    {
+        validShapes = std::move(shapes);
+        validHolders = std::move(holders);
+    }
     void setOldInfluenceWeights(std::vector<MDoubleArray> value) { oldInfluenceWeights = std::move(value); }
     void setOldBlendWeights(std::vector<MDoubleArray> value) { oldBlendWeights = std::move(value); }
     void setOldSkinRows(std::vector<SkinRowsRef> value) { oldSkinRows = std::move(value); }
@@ -71,7 +76,7 @@ public:
     void setTargetIndex(unsigned int value) { targetIndex = value; }
     void setSkinInfluenceIds(MIntArray value) { skinInfluenceIds = value; }
     void setValidSkinClusters(MObjectArray value) { validSkinClusters = value; }
-    void setSkinInfluence(MDagPath value) { skinInfluence = value; }
+    void setSkinInfluence(MDagPath value) { chooseInfluence(value); }
     void setSoftSelectWeights(std::vector<MFloatArray> value) { softSelectWeights = std::move(value); }
     void setOffsetValue(double value) { offsetValue = value; }
     void setNgInfluenceIds(MIntArray value) { ngInfluenceIds = value; }

@@ -31,7 +31,7 @@ private:
 class MapLive : public FloatLive {
 public:
     MapLive(const EditRecord& record, const EditedObject& object)
-        : FloatLive(record, object, record.oldWeights[object.index]), filter(record.activeDeformer)
+        : FloatLive(record, object, record.oldWeights[object.index]), filter(record.liveDeformer())
     {}
 
 protected:
@@ -57,7 +57,7 @@ bool hasColumns(const EditRecord& record, const EditedObject& object)
 MStatus writeMap(const EditRecord& record, const EditedObject& object, const MFloatArray& weights)
 {
     MFloatArray values(weights);
-    return MFnWeightGeometryFilter(record.activeDeformer).setWeight(object.path, object.component, values);
+    return MFnWeightGeometryFilter(record.liveDeformer()).setWeight(object.path, object.component, values);
 }
 
 void restoreMap(const EditRecord& record, const EditedObject& object)
@@ -70,7 +70,7 @@ void restoreMap(const EditRecord& record, const EditedObject& object)
 
 Resolution DefaultMapStore::resolve(const TargetInput& input) const
 {
-    const MObject& deformer = input.record.activeDeformer;
+    const MObject deformer = input.record.liveDeformer();
     if (deformer.isNull())
         return {kNoDeformer, true};
     if (deformer.hasFn(MFn::kSkinClusterFilter))
@@ -84,7 +84,7 @@ MStatus DefaultMapStore::read(const WeightReading& reading) const
 {
     const unsigned int count = reading.selection.length();
     reading.weights.resize(count);
-    const MFnWeightGeometryFilter filter(reading.record.activeDeformer);
+    const MFnWeightGeometryFilter filter(reading.record.liveDeformer());
     for (unsigned int index = 0; index < count; ++index) {
         EditedObject object;
         findEditedObject(reading.selection, index, object);
@@ -100,14 +100,14 @@ std::unique_ptr<WeightProbe> DefaultMapStore::openProbe(const EditRecord& record
                                                         MStatus& status) const
 {
     MFloatArray weights;
-    status = MFnWeightGeometryFilter(record.activeDeformer).getWeights(point.path, point.component, weights);
+    status = MFnWeightGeometryFilter(record.liveDeformer()).getWeights(point.path, point.component, weights);
     if (status && weights.length() == 0)
         status = MS::kFailure;
     if (!status) {
         apiError(status, kContextSource, __LINE__);
         return nullptr;
     }
-    return std::make_unique<MapProbe>(record.activeDeformer, point, weights[0]);
+    return std::make_unique<MapProbe>(record.liveDeformer(), point, weights[0]);
 }
 
 std::unique_ptr<LiveObject> DefaultMapStore::openLive(const EditRecord& record,

@@ -2,6 +2,7 @@
 
 #include "kernels/clamp.h"
 #include "weightModes/influenceMatch.h"
+#include "weightModes/keptNodes.h"
 #include "weightModes/skinRows.h"
 #include "weightModes/weightMode.h"
 
@@ -11,6 +12,7 @@
 #include <maya/MIntArray.h>
 #include <maya/MObject.h>
 #include <maya/MObjectArray.h>
+#include <maya/MObjectHandle.h>
 #include <maya/MPlug.h>
 #include <maya/MSelectionList.h>
 #include <vector>
@@ -30,18 +32,23 @@ struct EditRecord {
     double weightMax = 0.0;
     bool distributeWeightsNg = true; ///< spread a change of a layer influence over the other influences
 
-    MObject activeDeformer; ///< null when none is resolved
-    MPlug weightsPlug;      ///< mode kPlug: the per-geometry weights attribute, without a geometry index
+    MObjectHandle activeDeformer; ///< of nothing when none is resolved
+    /// Mode kPlug: the per-geometry weights attribute, without a geometry index. Never a networked plug; to
+    /// be touched while the deformer is there only.
+    MPlug weightsPlug;
     /// Always null: the array above `weightsPlug` is taken from the plug itself. Kept in the record as a
     /// plain field.
     MObject weightListAttr;
-    MDagPath skinInfluence;
+    MDagPath skinInfluence; ///< to be read through liveInfluence()
+    MObjectHandle influenceNode;
     unsigned int targetIndex = 0; ///< blend shape target, logical index
     double offsetValue = 0.0;     ///< the stroke's offset, times falloff added to the old weights
 
     MSelectionList validSel;                       ///< the edited objects, each with its component
     std::vector<MFloatArray> softSelectWeights;    ///< falloff, 0..1, per point
     MObjectArray validSkinClusters;                ///< skin modes and layer modes
+    KeptNodes validShapes;                         ///< of the edited objects
+    KeptNodes validHolders;                        ///< the nodes that hold their weights: skin or deformer
     MIntArray skinInfluenceIds;                    ///< physical index of the influence
     MIntArray ngInfluenceIds;                      ///< logical index of the influence
     MIntArray ngLayerIds;                          ///< layer id
@@ -57,6 +64,22 @@ struct EditRecord {
     std::vector<MDoubleArray> oldBlendWeights;
     std::vector<MDoubleArray> oldNgWeights; ///< mask or dual-quaternion weights, whole shape
     std::vector<std::vector<MDoubleArray>> oldAllInfluenceNgWeight; ///< per influence (physical), whole shape
+
+    MObject liveDeformer() const { return liveNode(activeDeformer); }
+    /// Empty when the influence is gone.
+    MDagPath liveInfluence() const { return influenceNode.isValid() ? skinInfluence : MDagPath(); }
+    void chooseInfluence(const MDagPath& path)
+    {
+        skinInfluence = path;
+        influenceNode = path.isValid() ? path.node() : MObject();
+    }
+    /// Remembers the nodes of the edited objects, once `validSel` and `validSkinClusters` are filled.
+    void keepObjects();
+    /// Whether an edited object and what holds its weights are still in the scene.
+    bool isThere(unsigned int index) const
+    {
+        return !liveNode(validShapes, index).isNull() && !liveNode(validHolders, index).isNull();
+    }
 
     ClampSettings clamps() const { return {clampedMin, clampedMax, weightMin, weightMax}; }
 };
@@ -82,7 +105,8 @@ struct CopyBuffer {
     std::vector<MDoubleArray> copiedInfluenceWeights;
     std::vector<MDoubleArray> copiedSkinWeights; ///< point * influences + physical index
     std::vector<MDoubleArray> copiedBlendWeights;
-    MObjectArray copiedSkinClusters;
+    KeptNodes copiedSkinClusters;
+    KeptNodes copiedShapes;                           ///< of the items of copiedSel
     std::vector<InfluenceNames> copiedInfluenceNames; ///< of those skins, as they were called then
     MIntArray copiedIndexArray;                       ///< per object, its number of influences
     WeightMode copiedWeightMode = kDefault;           ///< mode of the last copy that succeeded

@@ -110,7 +110,7 @@ bool isWeightsShape(const MPlug& plug)
 Resolution resolveNamedPlug(const TargetInput& input)
 {
     EditRecord& record = input.record;
-    if (record.activeDeformer.hasFn(MFn::kSkinClusterFilter))
+    if (record.liveDeformer().hasFn(MFn::kSkinClusterFilter))
         return {input.names.deformerStr + kSkinHasModes};
     resolveWeightsPlug(record, input.names.weightsPlugStr);
     if (record.weightsPlug.isNull())
@@ -120,7 +120,7 @@ Resolution resolveNamedPlug(const TargetInput& input)
 
 Resolution resolveTarget(const TargetInput& input)
 {
-    const int target = convertTargetToIndex(input.record.activeDeformer, input.names.targetString);
+    const int target = convertTargetToIndex(input.record.liveDeformer(), input.names.targetString);
     if (target == -1)
         return {"Target:" + input.names.targetString + " is not a valid target on " + input.names.deformerStr,
                 true};
@@ -135,21 +135,22 @@ MStatus resolveWeightsPlug(EditRecord& record, const MString& name)
 {
     record.weightsPlug = MPlug();
     record.weightListAttr = MObject();
-    if (record.activeDeformer.isNull())
+    if (record.liveDeformer().isNull())
         return MS::kFailure;
     MStatus status;
-    const MPlug plug = MFnDependencyNode(record.activeDeformer).findPlug(name, true, &status);
+    const MPlug plug = MFnDependencyNode(record.liveDeformer()).findPlug(name, true, &status);
     if (!status)
         return apiError(status, kContextSource, 138);
     if (!isWeightsShape(plug))
         return MS::kFailure;
-    record.weightsPlug = plug;
+    // What was found may be networked, and such a plug must not be kept.
+    record.weightsPlug = MPlug(record.liveDeformer(), plug.attribute());
     return MS::kSuccess;
 }
 
 Resolution ElementPlugStore::resolve(const TargetInput& input) const
 {
-    if (input.record.activeDeformer.isNull())
+    if (input.record.liveDeformer().isNull())
         return {kNoDeformer, true};
     if (kind == kNamedPlug)
         return resolveNamedPlug(input);
@@ -161,16 +162,14 @@ MPlug ElementPlugStore::weightsArray(const EditRecord& record, const MDagPath& p
 {
     if (kind == kNamedPlug) {
         const unsigned int geometry =
-            MFnGeometryFilter(record.activeDeformer).indexForOutputShape(path.node(), &status);
+            MFnGeometryFilter(record.liveDeformer()).indexForOutputShape(path.node(), &status);
         if (!status)
             return MPlug();
-        // Not the resolved plug itself: a networked plug cannot be pointed at a geometry.
-        const MObject attribute = record.weightsPlug.attribute();
-        MPlug array(record.weightsPlug.node(), attribute);
-        status = array.selectAncestorLogicalIndex(geometry, MFnAttribute(attribute).parent());
+        MPlug array(record.weightsPlug);
+        status = array.selectAncestorLogicalIndex(geometry, MFnAttribute(array.attribute()).parent());
         return array;
     }
-    const MPlug geometries = MFnDependencyNode(record.activeDeformer).findPlug("inputTarget", false, &status);
+    const MPlug geometries = MFnDependencyNode(record.liveDeformer()).findPlug("inputTarget", false, &status);
     if (!status)
         return MPlug();
     const MPlug geometry = geometries.elementByLogicalIndex(kFirstGeometry);
@@ -184,7 +183,7 @@ MPlug ElementPlugStore::weightsArray(const EditRecord& record, const MDagPath& p
 
 bool ElementPlugStore::hasRightDeformer(const EditRecord& record) const
 {
-    return kind == kNamedPlug || record.activeDeformer.hasFn(MFn::kBlendShape);
+    return kind == kNamedPlug || record.liveDeformer().hasFn(MFn::kBlendShape);
 }
 
 MStatus ElementPlugStore::read(const WeightReading& reading) const
@@ -221,7 +220,7 @@ MString ElementPlugStore::obstacle(const EditRecord& record, const ClickedPoint&
 {
     if (moves || kind == kNamedPlug)
         return MString();
-    const MFnGeometryFilter filter(record.activeDeformer);
+    const MFnGeometryFilter filter(record.liveDeformer());
     MStatus status;
     const unsigned int geometry = filter.indexForOutputShape(point.path.node(), &status);
     return status && geometry != kFirstGeometry

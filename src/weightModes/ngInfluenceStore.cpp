@@ -175,7 +175,7 @@ Resolution NgInfluenceStore::resolve(const TargetInput& input) const
 {
     if (!input.ngEnabled)
         return {MString(kNoLayers)};
-    if (input.record.skinInfluence.length() == 0)
+    if (input.record.liveInfluence().length() == 0)
         return {MString(kNoInfluence)};
     return SelectionRule::kSkinned;
 }
@@ -190,13 +190,13 @@ MString NgInfluenceStore::addSkinColumns(const TargetInput& input, const MDagPat
         return problem;
     MStatus status;
     const unsigned int logical =
-        MFnSkinCluster(skinCluster).indexForInfluenceObject(record.skinInfluence, &status);
+        MFnSkinCluster(skinCluster).indexForInfluenceObject(record.liveInfluence(), &status);
     if (!status)
         return notAnInfluence(input.names.skinInfluenceStr, skinCluster);
     if (layerHasChildren(path, layerId))
         return groupLayer(input.names.ngLayerString, path);
     record.ngInfluenceIds.append(static_cast<int>(logical));
-    record.skinInfluenceIds.append(static_cast<int>(getPhysicalIndex(skinCluster, record.skinInfluence)));
+    record.skinInfluenceIds.append(static_cast<int>(getPhysicalIndex(skinCluster, record.liveInfluence())));
     record.ngLayerIds.append(layerId);
     record.allInfluenceLogicalIds.push_back(getAllLogicalIndices(skinCluster));
     return MString();

@@ -175,7 +175,7 @@ void restoreRows(const EditRecord& record, const EditedObject& object, unsigned 
 
 Resolution SkinInfluenceStore::resolve(const TargetInput& input) const
 {
-    if (input.record.skinInfluence.length() == 0)
+    if (input.record.liveInfluence().length() == 0)
         return {MString(kNoInfluence)};
     return SelectionRule::kSkinned;
 }
@@ -184,7 +184,7 @@ MString SkinInfluenceStore::addSkinColumns(const TargetInput& input, const MDagP
                                            MObject& skinCluster) const
 {
     EditRecord& record = input.record;
-    const unsigned int influence = getPhysicalIndex(skinCluster, record.skinInfluence);
+    const unsigned int influence = getPhysicalIndex(skinCluster, record.liveInfluence());
     if (influence == kNotFound)
         return notAnInfluence(input.names.skinInfluenceStr, skinCluster);
     record.skinInfluenceIds.append(static_cast<int>(influence));
@@ -194,7 +194,7 @@ MString SkinInfluenceStore::addSkinColumns(const TargetInput& input, const MDagP
 MString SkinInfluenceStore::obstacle(const EditRecord& record, const ClickedPoint& point, const MString& name,
                                      bool moves) const
 {
-    return influenceObstacle(record.skinInfluence, point, name, moves);
+    return influenceObstacle(record.liveInfluence(), point, name, moves);
 }
 
 MStatus SkinInfluenceStore::read(const WeightReading& reading) const
@@ -237,15 +237,15 @@ std::unique_ptr<WeightProbe> SkinInfluenceStore::openProbe(const EditRecord& rec
         apiError(status, kContextSource, __LINE__);
         return nullptr;
     }
-    MFnSkinCluster(skinCluster).indexForInfluenceObject(record.skinInfluence, &status);
+    MFnSkinCluster(skinCluster).indexForInfluenceObject(record.liveInfluence(), &status);
     if (!status) {
         apiError(status, kContextSource, __LINE__);
         return nullptr;
     }
     // The weights are addressed by position in the influence list, which differs from the logical index once
     // an influence has been removed.
-    auto probe =
-        std::make_unique<SkinProbe>(skinCluster, point, getPhysicalIndex(skinCluster, record.skinInfluence));
+    auto probe = std::make_unique<SkinProbe>(skinCluster, point,
+                                             getPhysicalIndex(skinCluster, record.liveInfluence()));
     status = probe->readBefore();
     if (!status) {
         apiError(status, kContextSource, __LINE__);

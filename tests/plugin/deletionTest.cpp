@@ -81,6 +81,16 @@ TEST_P(Deletion, BetweenDragAndRelease)
     mel("catch(`undo`); catch(`redo`); catch(`undo`); catch(`undo`)");
 }
 
+TEST_P(Deletion, BetweenCopyAndPaste)
+{
+    edit("-copy true");
+    destroy();
+    mel("if (!`objExists sheet`) polyPlane -n sheet -w 10 -h 5 -sx 10 -sy 5; select sheet.vtx[20:30];"
+        "catch(`morvaneContext -e -paste true morvaneContext1`); catch(`undo`);"
+        "morvaneContext -q -influence morvaneContext1");
+    EXPECT_EQ(session.staleCalls, 0);
+}
+
 TEST_P(Deletion, BeforeUndoAndBroughtBackByIt)
 {
     const std::string start = sceneText(session);

@@ -8,6 +8,12 @@ void ToolTest::SetUp()
     trace.clear();
 }
 
+void ToolTest::TearDown()
+{
+    EXPECT_EQ(session.staleCalls, 0) << "the plug-in kept plain handles of deleted nodes";
+    HostTest::TearDown();
+}
+
 void ToolTest::editFails(const std::string& flags)
 {
     expectError("morvaneContext: editing failed.");

@@ -8,10 +8,12 @@
 
 namespace testing_support {
 
-/// A host with the plug-in loaded as Maya loads it. The tool is morvaneContext1.
+/// A host with the plug-in loaded as Maya loads it. The tool is morvaneContext1. It fails, too, when the
+/// plug-in touched what had left the scene.
 class ToolTest : public HostTest {
 public:
     void SetUp() override;
+    void TearDown() override;
 
     /// Runs `morvaneContext -e FLAGS morvaneContext1`.
     void edit(const std::string& flags) { mel("morvaneContext -e " + flags + " morvaneContext1"); }

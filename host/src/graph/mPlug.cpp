@@ -20,7 +20,7 @@ const Plug& usable(const MPlug& handle)
     const Plug& plug = Api::plug(handle);
     if (plug.isNull() || !plug.attribute())
         throw host::Error("A plug of no node cannot be used.");
-    if (!plug.node()->alive())
+    if (!Api::isThere(*plug.node()))
         throw host::Error("The node '" + plug.node()->name() + "' has been deleted.");
     return plug;
 }

@@ -18,6 +18,8 @@ namespace {
 double numberOf(const MPlug& handle)
 {
     const Plug& plug = Api::plug(handle);
+    if (plug.node())
+        Api::isThere(*plug.node());
     const double value = plug.number();
     const host::Attribute& attribute = *plug.attribute();
     // What differs from the default exists already.
@@ -31,6 +33,8 @@ MStatus setNumber(const MPlug& handle, double value)
 {
     return host::statusOf([&] {
         const Plug& plug = Api::plug(handle);
+        if (plug.node())
+            Api::isThere(*plug.node());
         const bool angle = plug.attribute() && plug.attribute()->type == host::AttributeType::kAngle;
         plug.setNumber(angle ? value / host::kRadiansPerDegree : value);
     });

@@ -4,6 +4,7 @@
 #include "plugins/commandState.h"
 #include "plugins/syntax.h"
 #include "selection/selectionState.h"
+#include "session.h"
 #include "types/argList.h"
 #include "types/commandResult.h"
 
@@ -33,19 +34,31 @@ MObject Api::wrap(const Object* object)
 
 Object* Api::object(const MFnBase& set)
 {
-    return object(set.handle);
+    Object* found = object(set.handle);
+    if (found)
+        isThere(*found);
+    return found;
+}
+
+bool Api::isThere(const Object& object)
+{
+    if (object.alive())
+        return true;
+    if (Session* session = Session::currentOrNull())
+        ++session->staleCalls;
+    return false;
 }
 
 Node* Api::node(const MObject& handle)
 {
     auto* found = dynamic_cast<Node*>(object(handle));
-    return found && found->alive() ? found : nullptr;
+    return found && isThere(*found) ? found : nullptr;
 }
 
 DagNode* Api::node(const MDagPath& path)
 {
     auto* found = static_cast<DagNode*>(const_cast<Object*>(path.ptr));
-    return found && found->alive() ? found : nullptr;
+    return found && isThere(*found) ? found : nullptr;
 }
 
 MDagPath Api::path(DagNode* node)

@@ -33,6 +33,9 @@ struct Api {
     /// What a function set is attached to, dead or alive; null when it is attached to nothing.
     static Object* object(const MFnBase& set);
 
+    /// Whether the object that a plug-in reaches for is in the scene; counts it when it is not.
+    static bool isThere(const Object& object);
+
     /// The node behind a handle if it is alive and a node, else null.
     static Node* node(const MObject& handle);
 
