@@ -2,6 +2,7 @@
 #include "mel/commands/register.h"
 #include "session.h"
 #include "tools/contextCommands.h"
+#include "tools/idleQueue.h"
 #include "tools/toolApi.h"
 #include "tools/tools.h"
 #include "types/api.h"
