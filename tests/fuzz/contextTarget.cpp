@@ -46,7 +46,7 @@ void runLine(fuzzing::FuzzHost& host, const std::string& line)
     std::vector<Word> words;
     for (std::string word; stream >> word;)
         words.push_back(wordOf(word));
-    if (!words.empty() && words[0].value == Value(">") && words.size() == 3) {
+    if (words.size() == 3 && words[0].value.toString() == ">") {
         const std::string to =
             std::to_string(words[1].value.toInt() % 500) + " " + std::to_string(words[2].value.toInt() % 500);
         host.mel("int $at[] = `viewportProject \"sheet.vtx[1]\"`; viewportEvent -press $at[0] $at[1];"

@@ -56,7 +56,7 @@ private:
                 weights[{path, 0, index}] = numbers->get(index);
         } else if (const host::WeightRows* rows =
                        plug.attribute()->flags.weightRows ? plug.rows() : nullptr) {
-            for (std::uint32_t row = 0; row < rows->rowEnd(); ++row)
+            for (const std::uint32_t row : rows->rowIndices())
                 for (const auto& entry : rows->row(row))
                     weights[{path, static_cast<int>(entry.column), row}] = entry.weight;
         } else {

@@ -132,8 +132,9 @@ void RandomSession::step()
 /// A scene that is opened again, and a plug-in that is loaded again, leave the scene as it is.
 void RandomSession::checkFlushed()
 {
-    if (action.operations == 1)
+    if (action.operations == 1) {
         ASSERT_EQ(firstDifference(sceneOf(action.before), sceneOf(known)), "");
+    }
 }
 
 /// What makes no entry changes nothing; the probe of a press may.
