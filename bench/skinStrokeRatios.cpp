@@ -87,7 +87,7 @@ void compareStep(Contest& contest, const Shape& shape, Step step)
     const PlainRows rows = shape.rows();
     Stroke stroke(sceneOf(shape, rows, 0.06, 2.0), shape.columns, shape.lines);
     stroke.release();
-    stroke.mel("undo; flushUndo");
+    stroke.mel("undo");
     PlainRows copy;
     const double before = stroke.weight();
     const auto timed = [&](Step which, auto&& work) {
