@@ -72,6 +72,9 @@ struct NodeState {
     std::size_t lockedPlugs = 0;
     unsigned nextRoot = 0;               ///< childIndex of the next dynamic attribute
     std::vector<Ref<Attribute>> retired; ///< removed attributes; their values wait for an undo
+    /// What the node's functions have worked out of the scene, and Graph::changeCount() as long as it holds.
+    std::shared_ptr<const void> derived;
+    std::uint64_t derivedAt = 0;
 
     RootState& root(const Attribute& attribute)
     {

@@ -47,7 +47,7 @@ void readSome(const MFnBase& set, const MDagPath& path, const MObject& component
 {
     host::Node& skin = host::filterOf(set);
     const host::PointSelection selection = host::pointSelection(skin, path, components);
-    readInto(skin, {SkinInfluences(skin), physical}, selection.points, weights);
+    readInto(skin, {*SkinInfluences::of(skin), physical}, selection.points, weights);
 }
 
 template <class Array>
@@ -55,9 +55,9 @@ unsigned int readAll(const MFnBase& set, const MDagPath& path, const MObject& co
 {
     host::Node& skin = host::filterOf(set);
     const host::PointSelection selection = host::pointSelection(skin, path, components);
-    const SkinInfluences influences(skin);
-    readInto(skin, {influences, allOf(influences)}, selection.points, weights);
-    return static_cast<unsigned int>(influences.count());
+    const std::shared_ptr<const SkinInfluences> influences = SkinInfluences::of(skin);
+    readInto(skin, {*influences, allOf(*influences)}, selection.points, weights);
+    return static_cast<unsigned int>(influences->count());
 }
 
 template <class Array>
@@ -65,12 +65,13 @@ void write(const MFnBase& set, const MDagPath& path, const MObject& components, 
            Array* oldValues)
 {
     host::Node& skin = host::filterOf(set);
-    const SkinInfluences influences(skin);
     change.points = host::pointSelection(skin, path, components).points;
     Array before;
-    if (oldValues)
-        readInto(skin, {influences, allOf(influences)}, change.points, before);
-    host::setSkinWeights(skin, influences, change);
+    if (oldValues) {
+        const std::shared_ptr<const SkinInfluences> influences = SkinInfluences::of(skin);
+        readInto(skin, {*influences, allOf(*influences)}, change.points, before);
+    }
+    host::setSkinWeights(skin, change);
     if (oldValues)
         *oldValues = std::move(before);
 }
@@ -184,23 +185,23 @@ MStatus MFnSkinCluster::setWeights(const MDagPath& path, const MObject& componen
 unsigned int MFnSkinCluster::influenceObjects(MDagPathArray& paths, MStatus* status) const
 {
     return host::answer(status, 0u, [&] {
-        const SkinInfluences influences(host::filterOf(*this));
+        const std::shared_ptr<const SkinInfluences> influences = SkinInfluences::of(host::filterOf(*this));
         paths.clear();
-        for (host::DagNode* node : influences.nodes)
+        for (host::DagNode* node : influences->nodes)
             paths.append(Api::path(node));
-        return static_cast<unsigned int>(influences.count());
+        return static_cast<unsigned int>(influences->count());
     });
 }
 
 unsigned int MFnSkinCluster::indexForInfluenceObject(const MDagPath& path, MStatus* status) const
 {
     return host::answer(status, 0u, [&] {
-        const SkinInfluences influences(host::filterOf(*this));
+        const std::shared_ptr<const SkinInfluences> influences = SkinInfluences::of(host::filterOf(*this));
         const host::DagNode* node = Api::node(path);
-        const std::uint32_t physical = node ? influences.physical(*node) : SkinInfluences::kNone;
+        const std::uint32_t physical = node ? influences->physical(*node) : SkinInfluences::kNone;
         if (physical == SkinInfluences::kNone)
             throw host::Error("The path is no influence of the skin.");
-        return static_cast<unsigned int>(influences.logical[physical]);
+        return static_cast<unsigned int>(influences->logical[physical]);
     });
 }
 

@@ -1,6 +1,8 @@
 #include "nodes/skinWeights.h"
 
+#include "graph/graph.h"
 #include "graph/node.h"
+#include "graph/nodeState.h"
 #include "graph/plug.h"
 #include "graph/weightRows.h"
 #include "nodes/skinWriter.h"
@@ -46,6 +48,17 @@ SkinInfluences::SkinInfluences(Node& skin)
     }
 }
 
+std::shared_ptr<const SkinInfluences> SkinInfluences::of(Node& skin)
+{
+    NodeState& state = skin.state();
+    const std::uint64_t now = skin.graph().changeCount();
+    if (!state.derived || state.derivedAt != now) {
+        state.derived = std::make_shared<const SkinInfluences>(skin);
+        state.derivedAt = now;
+    }
+    return std::static_pointer_cast<const SkinInfluences>(state.derived);
+}
+
 std::uint32_t SkinInfluences::physical(const DagNode& node) const
 {
     const auto found = std::find(nodes.begin(), nodes.end(), &node);
@@ -67,13 +80,16 @@ SkinColumns::SkinColumns(const SkinInfluences& influences, const std::vector<std
     }
 }
 
-void setSkinWeights(Node& skin, const SkinInfluences& influences, const SkinWeightChange& change)
+void setSkinWeights(Node& skin, const SkinWeightChange& change)
 {
     const Plug weightList = skin.plug("weightList");
-    check(weightList, influences, change);
+    const std::shared_ptr<const SkinInfluences> influences = SkinInfluences::of(skin);
+    check(weightList, *influences, change);
     const bool normalize = change.normalize && skin.plug("normalizeWeights").number() != 0.0;
-    SkinWriter(weightList.makeRows(), influences, change, normalize).write();
+    SkinWriter(weightList.makeRows(), *influences, change, normalize).write();
     weightList.changed();
+    // The influences do not depend on the weights.
+    skin.state().derivedAt = skin.graph().changeCount();
 }
 
 } // namespace host

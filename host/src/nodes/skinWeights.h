@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 namespace host {
@@ -21,6 +22,8 @@ struct SkinInfluences {
     std::vector<DagNode*> nodes;           ///< per physical index
     std::vector<bool> locked;              ///< per physical index: lockWeights, mostly fed by the joint
 
+    /// Those of a skin as the scene is now. They are found anew only after it has changed.
+    static std::shared_ptr<const SkinInfluences> of(Node& skin);
     explicit SkinInfluences(Node& skin);
     std::size_t count() const { return logical.size(); }
     /// kNone when the node is no influence.
@@ -79,6 +82,6 @@ struct SkinWeightChange {
 /// U is 0 they stay. The listed influences get just what was asked for, locked or not. Weights of 0 are not
 /// stored. Throws host::Error and has then written nothing: a wrong number of values, an influence that there
 /// is not, weights that are locked.
-void setSkinWeights(Node& skin, const SkinInfluences& influences, const SkinWeightChange& change);
+void setSkinWeights(Node& skin, const SkinWeightChange& change);
 
 } // namespace host
