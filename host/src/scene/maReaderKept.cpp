@@ -87,9 +87,11 @@ void MaReader::tellUnresolved()
         }
     }
     if (first)
-        notes.push_back(std::to_string(count) +
-                        " statements name what is not in the scene and are kept as text; the first: line " +
-                        std::to_string(first->statements.front().second) + ", " + first->missing);
+        notes.push_back(
+            std::to_string(count) +
+            " statements name what is not in the scene (or is there twice) and are kept as text; the "
+            "first: line " +
+            std::to_string(first->statements.front().second) + ", " + first->missing);
 }
 
 std::vector<std::string> MaReader::textsOf(std::deque<Kept>& kept)

@@ -104,7 +104,8 @@ void MaReader::enterShared(Node& existing, const std::string& leaf, DagNode* par
         declared.emplace(leaf, &existing);
     if (options.import)
         return enter(&existing, Context::kIgnored);
-    if (existing.asDag() && existing.asDag()->parent() != parent)
+    // Behind those that the file has made so far, which is its order.
+    if (existing.asDag())
         graph.reparent(*existing.asDag(), parent);
     for (const Ref<Attribute>& root : existing.type().roots) {
         const Plug plug(&existing, root.get());
@@ -161,8 +162,6 @@ void MaReader::select(const MaStatement& words)
 
 void MaReader::renameNode(const MaStatement& words)
 {
-    if (context == Context::kText)
-        return keepWithNode(words);
     MaCursor cursor(words, file);
     const bool identity =
         words.words.size() == 3 && (cursor.peek().text == "-uid" || cursor.peek().text == "-uuid");
@@ -170,6 +169,8 @@ void MaReader::renameNode(const MaStatement& words)
         keep(words);
         return;
     }
+    if (context == Context::kText)
+        return keepWithNode(words);
     cursor.next();
     const std::string uuid = cursor.text();
     if (current && context == Context::kNode && !options.import)
@@ -178,10 +179,8 @@ void MaReader::renameNode(const MaStatement& words)
 
 void MaReader::lockNode(const MaStatement& words)
 {
-    if (context == Context::kText)
-        return keepWithNode(words);
     MaCursor cursor(words, file);
-    bool locked = true;
+    bool locked = true, named = false;
     std::vector<Node*> nodes;
     while (!cursor.atEnd()) {
         const bool flag = cursor.peek().isFlag();
@@ -190,16 +189,24 @@ void MaReader::lockNode(const MaStatement& words)
             locked = cursor.boolean();
         } else if (flag) {
             // Only the host's own kind of lock is interpreted (-lockUnpublished and others are not).
-            if (current)
+            if (context == Context::kNode)
                 current->keptStatements.emplace_back(words.raw);
+            else if (context == Context::kText)
+                keepWithNode(words);
             else
                 keep(words);
             return;
-        } else if (Node* const node = findNode(text)) {
+        } else {
+            named = true;
+            Node* const node = findNode(text);
+            if (!node)
+                return void(keepUnresolved(words, text));
             nodes.push_back(node);
         }
     }
-    if (nodes.empty() && current && context == Context::kNode)
+    if (!named && context == Context::kText)
+        return keepWithNode(words);
+    if (!named && context == Context::kNode)
         nodes.push_back(current);
     for (Node* const node : nodes)
         nodeLocks.emplace_back(node, locked);
@@ -267,23 +274,32 @@ bool MaReader::onPath(const DagNode* node, std::string_view path) const
     return true;
 }
 
-/// A node by the name that the file gives it: of this file first, then of the scene.
+/// A node by the name that the file gives it: of this file first, then of the scene. Of several, the one that
+/// could keep the name; else none, since nobody knows which is meant and a text that is kept must not stop
+/// the file for that.
 Node* MaReader::findNode(const std::string& name) const
 {
     const auto [begin, end] = declared.equal_range(maLeaf(name));
-    Node* found = nullptr;
+    const bool path = name.find('|') != name.npos;
+    std::size_t count = 0, keeping = 0;
+    Node *any = nullptr, *keeper = nullptr;
     for (auto entry = begin; entry != end; ++entry) {
         Node* const node = entry->second;
-        const bool path = name.find('|') != name.npos;
         if (path && !onPath(node->asDag(), name))
             continue;
-        if (found && found != node)
-            throw Error("More than one object matches name: " + name);
-        found = node;
+        any = node;
+        ++count;
+        if (renamed.count(node) == 0) {
+            keeper = node;
+            ++keeping;
+        }
     }
-    if (found || (options.import && name.find(':') != 0))
-        return found;
-    Node* const other = graph.find(name);
+    if (count > 1)
+        return keeping == 1 ? keeper : nullptr;
+    if (any || (options.import && name.find(':') != 0))
+        return any;
+    const std::vector<Node*> others = graph.findAll(name);
+    Node* const other = others.size() == 1 ? others.front() : nullptr;
     return !options.import || (other && other->isDefault) ? other : nullptr;
 }
 
