@@ -82,8 +82,8 @@ TEST_P(InterruptedBy, AStrokeIsRecordedAsFarAsItWent)
 
 TEST_F(Interruption, ACopyOfAnotherTargetLeavesTheStrokeItsOwn)
 {
-    mel("duplicate -n up sheet; move -r 0 1 0 up.vtx[*]; duplicate -n side sheet; move -r 1 0 0 side.vtx[*];"
-        "blendShape -n face up side sheet; setAttr face.weight[0] 1; viewFit sheet");
+    mel("duplicate -n up sheet; move -r 0 1 0 up.vtx[*]; duplicate -n beside sheet; move -r 1 0 0 beside.vtx[*];"
+        "blendShape -n face up beside sheet; setAttr face.weight[0] 1; viewFit sheet");
     for (int vertex = 0; vertex < kVertices; ++vertex)
         for (const char* target : {"0", "1"}) // elements that exist: reading makes the others
             mel(std::string("setAttr face.inputTarget[0].inputTargetGroup[") + target + "].targetWeights[" +
@@ -97,7 +97,7 @@ TEST_F(Interruption, ACopyOfAnotherTargetLeavesTheStrokeItsOwn)
     drag({from.x, from.y - 20});
     const std::string sculpted = sceneText(session);
     ASSERT_NE(sculpted, start);
-    edit("-target side");
+    edit("-target beside");
     edit("-copy true");
     release({from.x, from.y - 20});
     mel("undo");
