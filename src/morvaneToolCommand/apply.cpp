@@ -87,8 +87,11 @@ MStatus morvaneToolCommand::redoWeights()
     if (!sculptsWeights())
         return MS::kSuccess;
     const WeightStore& store = modeRow(weightMode).store();
-    return forEachObject(validSel,
-                         [&](const EditedObject& object) { return store.redoStroke(*this, object); });
+    unpackFalloffs();
+    const MStatus status =
+        forEachObject(validSel, [&](const EditedObject& object) { return store.redoStroke(*this, object); });
+    packFalloffs();
+    return status;
 }
 
 MStatus morvaneToolCommand::pasteObjects()
