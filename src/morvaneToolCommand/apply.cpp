@@ -87,7 +87,11 @@ MStatus morvaneToolCommand::redoWeights()
     if (!sculptsWeights())
         return MS::kSuccess;
     const WeightStore& store = modeRow(weightMode).store();
-    return forEachObject(*this, [&](const EditedObject& object) { return store.redoStroke(*this, object); });
+    unpackFalloffs();
+    const MStatus status =
+        forEachObject(*this, [&](const EditedObject& object) { return store.redoStroke(*this, object); });
+    packFalloffs();
+    return status;
 }
 
 MStatus morvaneToolCommand::pasteObjects()

@@ -97,6 +97,9 @@ private:
     MStatus redoWeights();
     MStatus pasteObjects();
     void undoWeights();
+    void pack();
+    void packFalloffs();
+    void unpackFalloffs();
     /// Strokes in the layer modes can be switched off as a whole.
     bool sculptsWeights() const;
 
@@ -107,5 +110,7 @@ private:
     MRichSelection newRichSel;
     bool selectionChanged = false;
     bool ngSculptEnabled = true;
+    /// Per object the length of a falloff that is the same everywhere and kept as one value; 0 for others.
+    std::vector<unsigned int> packedFalloffs;
     bool takenBack = false;
 };
