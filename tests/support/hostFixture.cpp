@@ -46,6 +46,13 @@ std::string HostTest::melError(const std::string& text)
     return {};
 }
 
+HostTest::~HostTest()
+{
+    // The session goes last, and what it still tells must not reach what is gone.
+    session.messages().setSink([](host::Messages::Kind, const std::string&) {});
+    session.trace().setSink([](const std::string&) {});
+}
+
 void HostTest::TearDown()
 {
     EXPECT_EQ(session.undo().openChunks(), 0) << "an undo chunk was left open";

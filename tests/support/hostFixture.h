@@ -39,6 +39,7 @@ public:
 
 protected:
     HostTest();
+    ~HostTest() override;
     void TearDown() override;
 
 private:
