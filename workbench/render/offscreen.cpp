@@ -89,7 +89,8 @@ void OffscreenContext::close()
     eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
     if (context)
         eglDestroyContext(display, context);
-    eglTerminate(display);
+    // The display stays until the process ends: terminated, it would unload drivers that leave memory behind,
+    // and nobody could tell whose it was.
 }
 
 PictureTarget::PictureTarget(int across, int up) : width(across), height(up)
