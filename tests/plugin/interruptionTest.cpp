@@ -82,7 +82,8 @@ TEST_P(InterruptedBy, AStrokeIsRecordedAsFarAsItWent)
 
 TEST_F(Interruption, ACopyOfAnotherTargetLeavesTheStrokeItsOwn)
 {
-    mel("duplicate -n up sheet; move -r 0 1 0 up.vtx[*]; duplicate -n beside sheet; move -r 1 0 0 beside.vtx[*];"
+    mel("duplicate -n up sheet; move -r 0 1 0 up.vtx[*]; duplicate -n beside sheet; move -r 1 0 0 "
+        "beside.vtx[*];"
         "blendShape -n face up beside sheet; setAttr face.weight[0] 1; viewFit sheet");
     for (int vertex = 0; vertex < kVertices; ++vertex)
         for (const char* target : {"0", "1"}) // elements that exist: reading makes the others

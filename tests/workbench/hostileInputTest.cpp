@@ -152,8 +152,10 @@ TEST(HostileInput, ScenesCostWhatTheyHold)
     const Folder folder;
     const Cost nothing = costOf(folder, {"-c", "print 1"});
     const Input scenes[] = {
-        {"a vertex far away", "createNode mesh -n m;\nsetAttr \".vt[999999999]\" 0 0 0;\n", 1, "do not come in order"},
-        {"an edge far away", "createNode mesh -n m;\nsetAttr \".ed[999999999]\" 0 0 0;\n", 1, "do not come in order"},
+        {"a vertex far away", "createNode mesh -n m;\nsetAttr \".vt[999999999]\" 0 0 0;\n", 1,
+         "do not come in order"},
+        {"an edge far away", "createNode mesh -n m;\nsetAttr \".ed[999999999]\" 0 0 0;\n", 1,
+         "do not come in order"},
         {"a face with the lowest edge",
          "createNode mesh -n m;\nsetAttr -s 3 \".vt[0:2]\" 0 0 0 1 0 0 0 1 0;\nsetAttr -s 3 \".ed[0:2]\" 0 1 "
          "0 1 2 0 2 0 0;\n"

@@ -66,7 +66,8 @@ class MelScript : public testing_support::HostTest, public ::testing::WithParamI
 
 TEST_P(MelScript, doesWhatItsCommentsSay)
 {
-    const fs::path path = fs::path(testing_support::sourceDir() + "/tests/host/mel/scripts") / (GetParam() + ".mel");
+    const fs::path path =
+        fs::path(testing_support::sourceDir() + "/tests/host/mel/scripts") / (GetParam() + ".mel");
     const Expectations expected = expectationsOf(path);
     ASSERT_FALSE(expected.text.empty()) << path;
     allowMessages();

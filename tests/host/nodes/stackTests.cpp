@@ -1,8 +1,8 @@
 // Several deformers on one shape in every order, and deformers on curves and surfaces.
 #include "graph/graph.h"
 #include "nodes/deformerBuild.h"
-#include "nodes/geometryHistory.h"
 #include "nodes/geometry.h"
+#include "nodes/geometryHistory.h"
 #include "support/hostFixture.h"
 
 #include <algorithm>

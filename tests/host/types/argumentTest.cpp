@@ -7,8 +7,8 @@
 #include <maya/MArgParser.h>
 #include <maya/MDoubleArray.h>
 #include <maya/MIntArray.h>
-#include <maya/MStringArray.h>
 #include <maya/MPoint.h>
+#include <maya/MStringArray.h>
 #include <maya/MSyntax.h>
 #include <maya/MVector.h>
 
