@@ -104,7 +104,8 @@ TEST(HandleTest, aKeptHandleTellsWhatBecameOfItsObject)
         const MObject thing = host::Api::wrap(new Thing);
         const MObject other = host::Api::wrap(new Thing);
         kept = thing;
-        kept = kept;
+        const MObjectHandle& itself = kept;
+        kept = itself;
         kept = kept.objectRef();
         MObjectHandle second(kept), third(other);
         EXPECT_TRUE(second.isAlive() && second.isValid());
