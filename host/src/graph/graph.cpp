@@ -53,7 +53,8 @@ Node& Graph::create(const NodeType& type, const std::string& name, DagNode* pare
     if (needsTransform)
         parent = &ownTransform(type, wish);
     const Ref<Node> node = make(type);
-    std::string stem = type.defaultName.empty() ? type.name + (type.shape ? "Shape" : "") : type.defaultName;
+    std::string stem =
+        type.defaultName.empty() ? cleanName(type.name) + (type.shape ? "Shape" : "") : type.defaultName;
     if (type.shape && wish.empty() && parent)
         stem += std::to_string(numbered(parent->name()).number);
     else if (wish.empty())

@@ -242,9 +242,15 @@ void MaReader::parentNode(const MaStatement& words)
         names.pop_back();
     for (const std::string& name : names) {
         Node* const node = findNode(name);
-        if (!node || !node->asDag())
+        DagNode* const dag = node ? node->asDag() : nullptr;
+        if (!dag && node && renamed.count(node) > 0)
+            throw Error("\"" + name + "\" can have no parent"); // as a text it would speak of another node
+        if (!dag)
             return void(keepUnresolved(words, name));
-        graph.reparent(*node->asDag(), above ? above->asDag() : nullptr);
+        if (dag->isShape() && !above)
+            return void(keep(words));
+        if (dag->parent() != (above ? above->asDag() : nullptr))
+            graph.reparent(*dag, above ? above->asDag() : nullptr);
     }
 }
 
