@@ -40,19 +40,25 @@ Word wordOf(const std::string& text)
     return {Value(text), text[0] == '-' ? Word::Kind::kFlag : Word::Kind::kLiteral};
 }
 
+/// From a vertex to a pixel of the view.
+void stroke(fuzzing::FuzzHost& host, std::istringstream& pixel)
+{
+    int x = 0, y = 0;
+    pixel >> x >> y;
+    const std::string to = std::to_string(x % 500) + " " + std::to_string(y % 500);
+    host.mel("int $at[] = `viewportProject \"sheet.vtx[1]\"`; viewportEvent -press $at[0] $at[1];"
+             "viewportEvent -drag " +
+             to + "; viewportEvent -release " + to);
+}
+
 void runLine(fuzzing::FuzzHost& host, const std::string& line)
 {
     std::istringstream stream(line);
     std::vector<Word> words;
-    for (std::string word; stream >> word;)
+    for (std::string word; stream >> word;) {
+        if (word == ">")
+            return stroke(host, stream);
         words.push_back(wordOf(word));
-    if (words.size() == 3 && words[0].value.toString() == ">") {
-        const std::string to =
-            std::to_string(words[1].value.toInt() % 500) + " " + std::to_string(words[2].value.toInt() % 500);
-        host.mel("int $at[] = `viewportProject \"sheet.vtx[1]\"`; viewportEvent -press $at[0] $at[1];"
-                 "viewportEvent -drag " +
-                 to + "; viewportEvent -release " + to);
-        return;
     }
     words.push_back({Value("morvaneContext1"), Word::Kind::kLiteral});
     try {
@@ -64,6 +70,11 @@ void runLine(fuzzing::FuzzHost& host, const std::string& line)
 }
 
 } // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***)
+{
+    return fuzzing::keepLoaded("morvane") && fuzzing::keepLoaded("layerStandIn") ? 0 : 1;
+}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

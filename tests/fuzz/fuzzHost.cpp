@@ -3,9 +3,12 @@
 #include "mel/command.h"
 #include "mel/interpreter.h"
 #include "messages.h"
+#include "support/paths.h"
 #include "tools/idleQueue.h"
 #include "tools/tools.h"
 #include "types/error.h"
+
+#include <dlfcn.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -38,6 +41,12 @@ FuzzHost::FuzzHost(const std::string& preparation)
         std::abort();
     }
     session.mel().limits = narrowLimits();
+}
+
+bool keepLoaded(const std::string& name)
+{
+    return dlopen(testing_support::libraryPath(name).c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE) !=
+           nullptr;
 }
 
 void FuzzHost::mel(const std::string& text)

@@ -22,6 +22,10 @@ public:
     void idle();
 };
 
+/// Keeps a plug-in of this build in memory when a session unloads it: the fuzzer goes on counting in it.
+/// Returns false when it cannot be loaded.
+bool keepLoaded(const std::string& name);
+
 inline std::string textOf(const std::uint8_t* data, std::size_t size)
 {
     return {reinterpret_cast<const char*>(data), size};

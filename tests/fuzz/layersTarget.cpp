@@ -50,6 +50,11 @@ void replaceLayerCommand(host::Session& session, const std::string& list, const 
 
 } // namespace
 
+extern "C" int LLVMFuzzerInitialize(int*, char***)
+{
+    return fuzzing::keepLoaded("morvane") && fuzzing::keepLoaded("layerStandIn") ? 0 : 1;
+}
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const std::string input = fuzzing::textOf(data, size);

@@ -16,8 +16,9 @@ if [ -z "$names" ]; then
     done
 fi
 
-# Freed memory is not kept for long and no leak is looked for after each input: only the input itself counts.
-export ASAN_OPTIONS="quarantine_size_mb=16:detect_leaks=1:allocator_may_return_null=0"
+# Freed memory is not kept for long, and leaks are looked for at the end, not after each input: that takes as long
+# as the input itself.
+export ASAN_OPTIONS="quarantine_size_mb=16:malloc_context_size=8:detect_leaks=1:allocator_may_return_null=0"
 export UBSAN_OPTIONS="print_stacktrace=1"
 mkdir -p build/fuzz/harm
 harm=0
@@ -33,7 +34,7 @@ for name in $names; do
     echo "== $name"
     # shellcheck disable=SC2086
     if (cd "$scratch" && "$top/build/fuzz/bin/fuzz_$name" -max_total_time="$seconds" -max_len=4096 \
-        -timeout=20 -rss_limit_mb=2048 -malloc_limit_mb=64 -print_final_stats=1 $dictionary \
+        -timeout=20 -rss_limit_mb=4096 -malloc_limit_mb=64 -detect_leaks=0 -print_final_stats=1 $dictionary \
         -artifact_prefix="$top/build/fuzz/harm/$name-" "$found" "$top/tests/fuzz/corpus/$name") >"$log" 2>&1; then
         tail -8 "$log"
     else
